@@ -1,0 +1,15 @@
+/// @file
+/// @brief The host's load identifier.
+#pragma once
+
+#include "ut_api.h"
+
+#include <cstdint>
+
+/// @brief Identifies a load of the library.
+///
+/// The library defines the object as zero; a definition in the loading process wins over it.
+class UT_API BD_DYNAMIC_LD {
+public:
+    static std::int64_t dynamic_id;
+};

@@ -1,0 +1,22 @@
+/// @file
+/// @brief The host's pool of blocks of one size.
+#pragma once
+
+#include "ut_api.h"
+
+/// @brief Hands out blocks of one size and takes them back.
+class UT_API UT_FASTMEM {
+public:
+    /// @param block_size        bytes in a block
+    /// @param blocks_per_chunk  blocks taken from the heap at a time
+    UT_FASTMEM(unsigned long block_size, unsigned long blocks_per_chunk);
+    UT_FASTMEM(const UT_FASTMEM&) = delete;
+    UT_FASTMEM& operator=(const UT_FASTMEM&) = delete;
+    ~UT_FASTMEM();
+
+    void* getnewptr();      ///< a fresh block, never null; throws std::bad_alloc
+    void free(void* block); ///< takes a block back
+
+    class STATE;
+    STATE* state; ///< the pool itself
+};

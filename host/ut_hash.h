@@ -1,0 +1,31 @@
+/// @file
+/// @brief The host's hash table, specialised by deriving from it.
+#pragma once
+
+#include "ut_store.h"
+
+/// @brief A set of pointers, hashed, compared and freed by the hooks of a derived class.
+///
+/// Virtual slots: destructor, `s_add`, `s_find`, `s_remove`, `hash_func`, `comp_func`, `del_func`.
+class UT_API UT_HASH : public UT_STORE {
+public:
+    /// @param size  the number of entries that the caller expects (a prime)
+    /// @param keep_flag  kept in `flag`
+    UT_HASH(unsigned int size, unsigned char keep_flag);
+    ~UT_HASH() override;
+
+    void* s_add(const void* key, void* data) override;
+    void* s_find(const void* key) override;
+    void* s_remove(const void* key) override;
+    virtual unsigned int hash_func(const void* key) = 0;     ///< the hash of a key
+    virtual int comp_func(const void* key, void* entry) = 0; ///< 0 when the two are equal
+    virtual void del_func(void* entry) = 0;                  ///< frees one entry
+
+    /// @brief Empties the table. Every entry goes through `each` when that is given, and is freed
+    /// through `del_func` when `kill` is not 0.
+    void process_and_kill(unsigned char kill, void (*each)(void*));
+
+    class STATE;
+    STATE* state;       ///< the container itself
+    unsigned char flag; ///< the constructor's argument: the derived destructor empties the table
+};

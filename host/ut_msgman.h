@@ -1,0 +1,45 @@
+/// @file
+/// @brief The host's message manager, which receives internal-error reports.
+#pragma once
+
+#include "ut_api.h"
+
+/// @brief Receives reports. A client may derive its own and set `ut_msgman` to it.
+///
+/// `report` is the fourteenth virtual slot. There is no virtual destructor, for it would take
+/// slots before it; the library never destroys a manager.
+class UT_API UT_MSGMAN {
+public:
+    virtual void unused_0() {}
+    virtual void unused_1() {}
+    virtual void unused_2() {}
+    virtual void unused_3() {}
+    virtual void unused_4() {}
+    virtual void unused_5() {}
+    virtual void unused_6() {}
+    virtual void unused_7() {}
+    virtual void unused_8() {}
+    virtual void unused_9() {}
+    virtual void unused_10() {}
+    virtual void unused_11() {}
+    virtual void unused_12() {}
+
+    /// @brief One internal-error report; the reporting operation goes on after it.
+    /// @param text   always empty
+    /// @param app    `cae_appname` at the time of the call
+    /// @param id     message identifier made by `neoform`; the manager's to free
+    /// @param line   source line of the report, fixed for each report site
+    /// @param rev    revision text of the reporting unit
+    /// @param kind   always 2
+    /// @param extra  always null
+    virtual void report(const char* text, const char* app, char* id, int line, const char* rev,
+                        int kind, void* extra);
+
+protected:
+    ~UT_MSGMAN() = default;
+};
+
+/// The manager in use; read at every report.
+extern UT_API UT_MSGMAN* ut_msgman;
+/// The application's name; read at every report.
+extern UT_API char* cae_appname;

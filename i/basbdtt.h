@@ -1,0 +1,114 @@
+/// @file
+/// @brief Truth tables: one single-output Boolean function held as its complete output column.
+#pragma once
+
+#include "basbdapi.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// The widest table: its column of 2^30 bits is the largest that a signed 32-bit count holds.
+constexpr int BASBDTT_MAX_WIDTH = 30;
+
+/// @brief The output column of a truth table, one bit for each assignment of the inputs.
+///
+/// Bit i of the column is bit i mod 32 of word i / 32:
+///
+///     words[0]: bit 31 ... bit 1 bit 0     words[1]: bit 63 ... bit 32     ...
+///
+/// A column of 2^width bits has ((2^width - 1) >> 5) + 1 words; bits past the column are zero.
+class BASBD_API TRUTH_TABLE_VAL {
+public:
+    std::vector<std::uint32_t> words; ///< the bits, least significant first
+    std::int32_t bit_count;           ///< the number of meaningful bits, 2^width
+
+    /// @brief The constant column of a function of `width` inputs.
+    /// @param width  number of inputs; "width>=1", "width<=30"
+    /// @param value  the constant, 0 or 1
+    TRUTH_TABLE_VAL(int width, int value)
+    {
+        basbd_require(width >= 1, "width>=1", __PRETTY_FUNCTION__);
+        basbd_require(width <= BASBDTT_MAX_WIDTH, "width<=30", __PRETTY_FUNCTION__);
+        bit_count = std::int32_t{1} << width;
+        const std::size_t size = ((static_cast<std::size_t>(bit_count) - 1) >> 5) + 1;
+        if (value == 0) {
+            words.assign(size, 0U);
+        } else if (width >= 5) {
+            words.assign(size, ~0U);
+        } else {
+            words.assign(size, (1U << bit_count) - 1U);
+        }
+    }
+
+    /// @brief Word-by-word equality; a word missing from the shorter column counts as zero.
+    /// `bit_count` takes no part.
+    bool operator==(const TRUTH_TABLE_VAL& other) const;
+
+    /// @brief Combines word by word, growing this column with zero words to the length of `other`.
+    /// Words beyond the length of `other` stay as they are; `bit_count` does not change.
+    void operator^=(const TRUTH_TABLE_VAL& other);
+    /// @copydoc operator^=
+    void operator|=(const TRUTH_TABLE_VAL& other);
+    /// @brief Like `operator^=`, but words beyond the length of `other` become zero.
+    void operator&=(const TRUTH_TABLE_VAL& other);
+
+    /// @brief The column as uppercase hexadecimal text: ceil(bit_count / 4) digits, the last one
+    /// holding bits 0 to 3.
+    std::string get_hex_string() const;
+
+    /// @brief Replaces the value by the column of 2^width bits written in `text`, which has no
+    /// prefix. An empty text is all zero, and so are digits that are not given.
+    ///
+    /// A character that is no digit, or a nonzero digit beyond the column, sends one message to
+    /// `ut_status` and changes nothing.
+    /// @param width  "width>=1", "width<=30"
+    /// @param text   hexadecimal digits of either case, the last one for bits 0 to 3
+    void set_from_hex_string(int width, const std::string& text);
+};
+
+/// @brief One single-output Boolean function of `width` inputs as its truth table.
+///
+/// Input j has the value of bit j of the entry index, so input 0 is the least significant:
+///
+///     entry   C B A          A is input 0, B input 1, C input 2
+///       0     0 0 0
+///       1     0 0 1          entry x is bit x of `value`
+///       2     0 1 0 ...
+///
+/// Evaluate an assignment: `table.value.words[x / 32] >> (x % 32) & 1`.
+/// Print: `get_external_equation()`, `get_internal_equation()` or `value.get_hex_string()`.
+class BASBD_API BOOL_TRUTH_TABLE {
+public:
+    TRUTH_TABLE_VAL value; ///< the output column
+    signed char width;     ///< the number of inputs, 0 to 30
+
+    /// @brief A table of width 0 with the zero column of width 1.
+    BOOL_TRUTH_TABLE();
+
+    /// @brief The number of inputs.
+    int get_width() const { return width; }
+
+    /// @brief Sets the column to the entries of `v` below 2^width and then the width.
+    /// `bit_count` is taken over from `v`. @param new_width "width>0", "width<=30"
+    void set_value(int new_width, const TRUTH_TABLE_VAL& v);
+
+    void set_value_from_hex_string(int new_width, const std::string& text);
+    bool is_identity_for_input(int input) const;
+    void set_identity_for_input(int new_width, int input);
+    void invert_input(int input);
+    void rotate_inputs(int i0, int i1);
+    void rotate_inputs(int* perm);
+    BOOL_TRUTH_TABLE get_true_factor_for_input(int input) const;
+    BOOL_TRUTH_TABLE get_false_factor_for_input(int input) const;
+
+    void set_value_from_external_equation(int new_width, const std::string& text);
+    void set_value_from_internal_equation(int new_width, const std::string& text);
+    static std::string get_next_eqn_item(const std::string& s, int i);
+    static std::string get_last_eqn_item(const std::string& s, int i);
+    std::string get_external_equation() const;
+    static std::string get_external_equation_recurse(const BOOL_TRUTH_TABLE& table, bool top_level);
+    std::string get_internal_equation() const;
+    static std::string get_internal_equation_recurse(const BOOL_TRUTH_TABLE& table, bool top_level);
+};

@@ -1,0 +1,10 @@
+#include "bd_dynamic_ld.h"
+
+std::int64_t BD_DYNAMIC_LD::dynamic_id = 0;
+
+namespace {
+
+/// The host's load identifier as it was when this unit was loaded.
+[[gnu::used]] std::int64_t bd_dynamic = BD_DYNAMIC_LD::dynamic_id;
+
+} // namespace

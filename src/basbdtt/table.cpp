@@ -1,0 +1,3 @@
+#include "basbdtt.h"
+
+BOOL_TRUTH_TABLE::BOOL_TRUTH_TABLE() : value(1, 0), width(0) {}
