@@ -4,6 +4,7 @@
 
 #include "basbdapi.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -62,8 +63,9 @@ public:
     /// prefix. An empty text is all zero, and so are digits that are not given.
     ///
     /// A character that is no digit, or a nonzero digit beyond the column, sends one message to
-    /// `ut_status` and changes nothing.
-    /// @param width  "width>=1", "width<=30"
+    /// `ut_status` and changes nothing. All four bits of the one digit of widths 0 and 1 are
+    /// stored. Where the column cannot be allocated, `bit_count` is already the new one.
+    /// @param width  "width>=0", "width<=30"
     /// @param text   hexadecimal digits of either case, the last one for bits 0 to 3
     void set_from_hex_string(int width, const std::string& text);
 };
@@ -91,16 +93,74 @@ public:
     int get_width() const { return width; }
 
     /// @brief Sets the column to the entries of `v` below 2^width and then the width.
-    /// `bit_count` is taken over from `v`. @param new_width "width>0", "width<=30"
-    void set_value(int new_width, const TRUTH_TABLE_VAL& v);
+    ///
+    /// `bit_count` is taken over from `v`, and so are words of `v` beyond the column, as zeros; `v`
+    /// may be this table's own column.
+    /// @param new_width  the number of inputs; "width>0", "width<=30"
+    /// @param v          the column, of any length; missing words count as zero
+    void set_value(int new_width, const TRUTH_TABLE_VAL& v)
+    {
+        basbd_require(new_width > 0, "width>0", __PRETTY_FUNCTION__);
+        basbd_require(new_width <= BASBDTT_MAX_WIDTH, "width<=30", __PRETTY_FUNCTION__);
+        const std::size_t size = (((std::size_t{1} << new_width) - 1) >> 5) + 1;
+        value.words.reserve(std::max(size, v.words.size())); // fails, if at all, with nothing done
+        value = v;
+        if (value.words.size() < size) {
+            value.words.resize(size);
+        } else {
+            std::fill(value.words.begin() + static_cast<std::ptrdiff_t>(size), value.words.end(),
+                      0U);
+        }
+        if (new_width < 5) {
+            value.words[0] &= (1U << (1 << new_width)) - 1U;
+        }
+        width = static_cast<signed char>(new_width);
+    }
 
+    /// @brief Sets the table from hexadecimal text, with or without the prefix "0x" or "0X".
+    ///
+    /// The text "0x" alone is no prefix. A character that is no digit, or a nonzero digit beyond
+    /// the column, sends one message to `ut_status` and changes nothing; see
+    /// `TRUTH_TABLE_VAL::set_from_hex_string`.
+    /// @param new_width  the number of inputs; "width>0", "width<=30". It is stored first and stays
+    ///                   when the column cannot be allocated
+    /// @param text       the digits, the last one for entries 0 to 3
     void set_value_from_hex_string(int new_width, const std::string& text);
+
+    /// @brief Whether the table is the value of one input.
+    /// @param input  "input>=0", "input<get_width()"
     bool is_identity_for_input(int input) const;
+
+    /// @brief Makes the table the value of one input of `new_width`.
+    /// @param new_width  the number of inputs; "width>0", "width<=30". It is stored first and stays
+    ///                   when the column cannot be allocated
+    /// @param input      "input>=0", "input<width"
     void set_identity_for_input(int new_width, int input);
+
+    /// @brief Complements one input: entry x becomes entry x XOR 2^input.
+    ///
+    /// Works in place; so do both `rotate_inputs` up to width 6. All three leave a column of
+    /// exactly 2^width bits, and the old column where an allocation fails.
+    /// @param input  "input>=0 && input<get_width()"
     void invert_input(int input);
+
+    /// @brief Exchanges two inputs; the same input twice changes nothing.
+    /// @param i0,i1  "i0>=0 && i0<get_width() && i1>=0 && i1<get_width()"
     void rotate_inputs(int i0, int i1);
+
+    /// @brief Renumbers all inputs: old input j becomes new input perm[j].
+    ///
+    /// The width is at least 1: "width>=1".
+    /// @param perm  `get_width()` entries of the caller, a permutation of 0 to width - 1:
+    ///              "perm[i]>=0 && perm[i]<get_width() && !(x & (1<<perm[i]))"
     void rotate_inputs(int* perm);
+
+    /// @brief The Shannon cofactor for an input at 1: a table without that input, the inputs above
+    /// it one lower. A one-input table gives one of width 0 with a one-bit column.
+    /// @param input  "input>=0 && input<get_width() && get_width()>0"
     BOOL_TRUTH_TABLE get_true_factor_for_input(int input) const;
+
+    /// @brief The Shannon cofactor for an input at 0; see `get_true_factor_for_input`.
     BOOL_TRUTH_TABLE get_false_factor_for_input(int input) const;
 
     void set_value_from_external_equation(int new_width, const std::string& text);
