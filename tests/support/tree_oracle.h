@@ -1,0 +1,68 @@
+/// @file
+/// @brief Fake signals, random expression trees and an evaluator that shares nothing with the
+/// library's own walks.
+#pragma once
+
+#include "basbdbool.h"
+
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+/// The library never looks inside, so any object with an address of its own will do.
+class TECHMAP_SIG {
+    char unused;
+};
+
+namespace tree_oracle {
+
+constexpr unsigned max_signals = 32;
+
+/// The fake signal number `index`, below `max_signals`.
+TECHMAP_SIG* signal(unsigned index);
+
+/// What an operator node stands for whose only operand is the right one.
+enum class LONE_RIGHT {
+    IS_ZERO,   ///< for the equation writer and the BDD conversion
+    IS_OPERAND ///< for the simplification
+};
+
+/// The value of the tree below `node` where bit i of `assignment` is the value of signal i.
+bool evaluate(const BOOL_TNODE* node, unsigned assignment,
+              LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
+
+/// `evaluate` for the assignments 0, 1, ... of the signals below `signals`.
+std::vector<bool> column(const BOOL_TNODE* node, unsigned signals,
+                         LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
+
+/// `column` of a function, with its own complement; constant 0 without a tree.
+std::vector<bool> column(const BOOL_FUNC& function, unsigned signals,
+                         LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
+
+/// @brief The exact shape of a tree, as `AND(~s0,s1:C)`.
+///
+/// "~" is an edge's flag, ":C" a name tag, "-" a missing child, "!" a leaf's own flag.
+std::string shape(const BOOL_TNODE* node);
+
+/// What random trees may hold besides operators with two operands and unnamed signal leaves.
+struct SHAPES {
+    unsigned signals = 4;      ///< leaves stand for the signals below this number
+    unsigned depth = 5;        ///< operators on a path, at most
+    bool constants = true;     ///< constant leaves
+    bool missing = true;       ///< operators without a right operand or without any
+    bool lone_right = false;   ///< operators with a right operand only
+    bool shared = false;       ///< nodes that several parents refer to
+    bool named = false;        ///< leaves named by their signal's number (below 17)
+    bool operator_root = true; ///< the root is an operator
+};
+
+/// A tree with complement flags everywhere and stale values in every `usage`.
+BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes);
+
+struct FREE_TREE {
+    void operator()(BOOL_TNODE* root) const; ///< the four steps that free a whole tree
+};
+using OWNED_TREE = std::unique_ptr<BOOL_TNODE, FREE_TREE>;
+
+} // namespace tree_oracle
