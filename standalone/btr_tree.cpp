@@ -1,20 +1,75 @@
 #include "ut_btr_tree.h"
 
-#include <absl/container/btree_set.h>
+#include "node_allocator.h"
 
-/// A B-tree of the entries.
+#include <set>
+
+namespace {
+
+struct Less {
+    using is_transparent = void;
+    UT_BTR_TREE* tree;
+    bool operator()(const void* key, const void* entry) const
+    {
+        return tree->comp_func(const_cast<void*>(key), static_cast<const char*>(entry)) < 0;
+    }
+};
+
+using Entries = std::set<void*, Less, NodeAllocator<void*>>;
+
+} // namespace
+
+/// A balanced tree of the entries, whose nodes come from a pool of its own.
 class UT_BTR_TREE::STATE {
 public:
-    struct Less {
-        using is_transparent = void;
-        UT_BTR_TREE* tree;
-        bool operator()(const void* a, const void* b) const
-        {
-            return tree->comp_func(const_cast<void*>(a), static_cast<const char*>(b)) < 0;
+    explicit STATE(UT_BTR_TREE* owner)
+        : tree(owner), entries(Less{owner}, NodeAllocator<void*>(pool)), gap(entries.end())
+    {
+    }
+
+    /// The entry equal to `key`, or null; then `gap` is where it belongs.
+    void* find(const void* key)
+    {
+        const auto place = entries.lower_bound(key);
+        if (place != entries.end() &&
+            tree->comp_func(const_cast<void*>(key), static_cast<const char*>(*place)) == 0) {
+            return *place;
         }
-    };
-    explicit STATE(UT_BTR_TREE* tree) : entries(Less{tree}) {}
-    absl::btree_set<void*, Less> entries;
+        gap = place;
+        return nullptr;
+    }
+
+    /// An addition mostly follows a search for an equal key: two comparisons show that.
+    void* add(void* key) { return *entries.insert(gap, key); }
+
+    void* remove(const void* key)
+    {
+        const auto place = entries.find(key);
+        if (place == entries.end()) {
+            return nullptr;
+        }
+        void* entry = *place;
+        gap = entries.erase(place);
+        return entry;
+    }
+
+    /// Empties the tree before the hooks see what was in it, so that none finds a freed entry.
+    template <typename Visit>
+    void drain(const Visit& visit)
+    {
+        Entries taken(Less{tree}, NodeAllocator<void*>(pool));
+        taken.swap(entries);
+        gap = entries.end();
+        for (void* entry : taken) {
+            visit(entry);
+        }
+    }
+
+private:
+    UT_BTR_TREE* tree;
+    NodePool pool;
+    Entries entries;
+    Entries::const_iterator gap;
 };
 
 UT_BTR_TREE::UT_BTR_TREE(unsigned char keep_flag) : state(new STATE(this)), flag(keep_flag) {}
@@ -23,33 +78,19 @@ UT_BTR_TREE::~UT_BTR_TREE() { delete state; }
 
 void* UT_BTR_TREE::s_add(const void* key, void* /*data*/)
 {
-    return *state->entries.insert(const_cast<void*>(key)).first;
+    return state->add(const_cast<void*>(key));
 }
 
-void* UT_BTR_TREE::s_find(const void* key)
-{
-    const auto found = state->entries.find(key);
-    return found == state->entries.end() ? nullptr : *found;
-}
+void* UT_BTR_TREE::s_find(const void* key) { return state->find(key); }
 
-void* UT_BTR_TREE::s_remove(const void* key)
-{
-    const auto found = state->entries.find(key);
-    if (found == state->entries.end()) {
-        return nullptr;
-    }
-    void* entry = *found;
-    state->entries.erase(found);
-    return entry;
-}
+void* UT_BTR_TREE::s_remove(const void* key) { return state->remove(key); }
 
 void UT_BTR_TREE::flush(void (*each)(void**, void*))
 {
-    for (void* entry : state->entries) {
+    state->drain([&](void* entry) {
         if (each != nullptr) {
             each(&entry, nullptr);
         }
         del_func(entry);
-    }
-    state->entries.clear();
+    });
 }

@@ -1,34 +1,99 @@
 #include "ut_hash.h"
 
-#include <absl/container/flat_hash_set.h>
+#include <boost/container/static_vector.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
 
+#include <algorithm>
 #include <cstdint>
 
 namespace {
 
-/// The hook's hash is weak in its low bits and 32 bits wide; a multiplication spreads it.
-std::size_t mixed(unsigned int hash) { return std::uint64_t{hash} * 0x9E3779B97F4A7C15U; }
+/// An entry with its hash: growing asks no hook, and most keys that differ are told apart without.
+struct Slot {
+    void* entry;
+    std::uint32_t hash;
+};
+
+/// As it does not claim to be a good hash, the container mixes what it returns.
+struct Hash {
+    std::size_t operator()(const Slot& slot) const { return slot.hash; }
+};
+
+struct Equal {
+    UT_HASH* table;
+    bool operator()(const Slot& key, const Slot& slot) const
+    {
+        return key.hash == slot.hash && table->comp_func(key.entry, slot.entry) == 0;
+    }
+};
 
 } // namespace
 
-/// A flat hash set of the entries.
+/// The first few entries stand in the table itself; beyond them all are in a flat hash set.
 class UT_HASH::STATE {
 public:
-    struct Hash {
-        using is_transparent = void;
-        UT_HASH* table;
-        std::size_t operator()(const void* key) const { return mixed(table->hash_func(key)); }
-    };
-    struct Equal {
-        using is_transparent = void;
-        UT_HASH* table;
-        bool operator()(const void* a, const void* b) const
-        {
-            return table->comp_func(a, const_cast<void*>(b)) == 0;
+    static constexpr std::size_t few_capacity = 16;
+
+    explicit STATE(UT_HASH* owner) : table(owner), many(0, Hash{}, Equal{owner}) {}
+
+    [[nodiscard]] Slot slot_of(const void* key) const
+    {
+        return {const_cast<void*>(key), table->hash_func(key)};
+    }
+
+    [[nodiscard]] const Slot* find(const Slot& key) const
+    {
+        if (many.empty()) {
+            const auto equal = [&](const Slot& slot) { return Equal{table}(key, slot); };
+            const auto found = std::find_if(few.begin(), few.end(), equal);
+            return found == few.end() ? nullptr : &*found;
         }
-    };
-    explicit STATE(UT_HASH* table) : entries(0, Hash{table}, Equal{table}) {}
-    absl::flat_hash_set<void*, Hash, Equal> entries;
+        const auto found = many.find(key);
+        return found == many.end() ? nullptr : &*found;
+    }
+
+    void add(const Slot& slot)
+    {
+        if (many.empty() && few.size() < few_capacity) {
+            few.push_back(slot);
+            return;
+        }
+        if (!few.empty()) {
+            many.reserve(2 * few_capacity); // all that can fail comes first
+            many.insert(few.begin(), few.end());
+            few.clear();
+        }
+        many.insert(slot);
+    }
+
+    void remove(const Slot& slot)
+    {
+        if (many.empty()) {
+            few.erase(few.begin() + (&slot - few.data()));
+        } else {
+            many.erase(slot);
+        }
+    }
+
+    /// Empties the table and then visits what was in it, so that a hook finds no freed entry.
+    template <typename Visit>
+    void drain(const Visit& visit)
+    {
+        Slots taken(0, Hash{}, Equal{table});
+        taken.swap(many);
+        const Few taken_few = few;
+        few.clear();
+        std::for_each(taken_few.begin(), taken_few.end(), visit);
+        std::for_each(taken.begin(), taken.end(), visit);
+    }
+
+private:
+    using Few = boost::container::static_vector<Slot, few_capacity>;
+    using Slots = boost::unordered_flat_set<Slot, Hash, Equal>;
+
+    UT_HASH* table;
+    Few few;
+    Slots many; ///< empty as long as the few places suffice
 };
 
 UT_HASH::UT_HASH(unsigned int /*size*/, unsigned char keep_flag)
@@ -40,35 +105,39 @@ UT_HASH::~UT_HASH() { delete state; }
 
 void* UT_HASH::s_add(const void* key, void* /*data*/)
 {
-    return *state->entries.insert(const_cast<void*>(key)).first;
+    const Slot slot = state->slot_of(key);
+    if (const Slot* found = state->find(slot)) {
+        return found->entry;
+    }
+    state->add(slot);
+    return slot.entry;
 }
 
 void* UT_HASH::s_find(const void* key)
 {
-    const auto found = state->entries.find(key);
-    return found == state->entries.end() ? nullptr : *found;
+    const Slot* found = state->find(state->slot_of(key));
+    return found == nullptr ? nullptr : found->entry;
 }
 
 void* UT_HASH::s_remove(const void* key)
 {
-    const auto found = state->entries.find(key);
-    if (found == state->entries.end()) {
+    const Slot* found = state->find(state->slot_of(key));
+    if (found == nullptr) {
         return nullptr;
     }
-    void* entry = *found;
-    state->entries.erase(found);
+    void* entry = found->entry;
+    state->remove(*found);
     return entry;
 }
 
 void UT_HASH::process_and_kill(unsigned char kill, void (*each)(void*))
 {
-    for (void* entry : state->entries) {
+    state->drain([&](const Slot& slot) {
         if (each != nullptr) {
-            each(entry);
+            each(slot.entry);
         }
         if (kill != 0) {
-            del_func(entry);
+            del_func(slot.entry);
         }
-    }
-    state->entries.clear();
+    });
 }
