@@ -1,0 +1,319 @@
+#include "names.h"
+#include "node.h"
+#include "reports.h"
+#include "signal_edits.h"
+#include "signal_queries.h"
+#include "simplify.h"
+#include "tree_path.h"
+
+#include <memory>
+#include <utility>
+
+namespace {
+
+unsigned short support_of(BOOL_TNODE* root)
+{
+    SUPPORT support;
+    support.enter_all(root);
+    return support.size();
+}
+
+/// Frees a function's tree and gives it another.
+void replace_tree(BOOL_FUNC& function, OWNED_TREE tree)
+{
+    free_tree(std::exchange(function.root, tree.release()));
+}
+
+/// Gives a function an unshared tree, which is simplified, and counts the support anew.
+void replace_by_simplified(BOOL_FUNC& function, OWNED_TREE tree)
+{
+    replace_tree(function, std::move(tree));
+    BOOL_TNODE*& root = function.root;
+    if (is_operator(root)) {
+        BOOL_TNODE* const reduced = reduce_tree(root);
+        if (reduced != root) {
+            delete_node(std::exchange(root, reduced));
+            if (take_own_complement(*root)) {
+                toggle(function.rootcompl);
+            }
+        }
+    }
+    if (function.rootcompl != 0 && is_constant(*root)) {
+        root->complsubtree();
+        function.rootcompl = 0;
+    }
+    function.nsuppt = support_of(root);
+}
+
+/// Makes a function the constant `op`.
+void set_constant(BOOL_FUNC& function, BOOL_OP op)
+{
+    replace_tree(function, OWNED_TREE(new_node(op)));
+    function.nsuppt = 0;
+    function.rootcompl = 0;
+}
+
+/// Fixes a signal to a constant and counts the support anew, in one walk.
+void fix_signal(BOOL_FUNC& function, const TECHMAP_SIG* sig, BOOL_OP op, REPORT without_root)
+{
+    if (function.root == nullptr) {
+        report(without_root);
+        return;
+    }
+    SUPPORT support;
+    visit_leaves(function.root, [&](BOOL_TNODE& leaf) {
+        fix_leaf(leaf, sig, op);
+        support.enter(leaf);
+    });
+    function.nsuppt = support.size();
+}
+
+/// (`left`, complemented if asked for) AND `right`.
+OWNED_TREE make_and(TECHMAP_SIG* left, unsigned char is_complemented, TECHMAP_SIG* right)
+{
+    OWNED_TREE node(new_node(BOOL_OP_AND));
+    node->left = new_leaf(left);
+    node->lcompl = is_complemented;
+    node->right = new_leaf(right);
+    return node;
+}
+
+} // namespace
+
+BOOL_FUNC::BOOL_FUNC() : nsuppt(0), rootcompl(0), root(nullptr) {}
+
+BOOL_FUNC::BOOL_FUNC(char const** names, BOOL_VARNAME last) : BOOL_FUNC()
+{
+    choose_name_table(names, last);
+}
+
+// Once the delegate is done, the destructor frees the root should the names throw.
+BOOL_FUNC::BOOL_FUNC(BOOL_FUNCTYPE type, char const** names, BOOL_VARNAME last) : BOOL_FUNC()
+{
+    root = new_node(static_cast<signed char>(type));
+    choose_name_table(names, last);
+}
+
+BOOL_FUNC::BOOL_FUNC(BOOL_FUNC* src) : BOOL_FUNC()
+{
+    if (src == nullptr) {
+        report(REPORT::FUNC_COPY_OF_NULL);
+        return;
+    }
+    root = new_copy(src->root);
+    nsuppt = src->nsuppt;
+    rootcompl = src->rootcompl;
+}
+
+BOOL_FUNC::~BOOL_FUNC() { free_tree(root); }
+
+void BOOL_FUNC::setfunctype(BOOL_FUNCTYPE type)
+{
+    const auto op = static_cast<signed char>(type);
+    if (root == nullptr) {
+        root = new_node(op);
+    } else if (is_operator(root)) {
+        root->op = op;
+    }
+}
+
+void BOOL_FUNC::addsigtofunc(TECHMAP_SIG* sig, unsigned char iscompl)
+{
+    if (root == nullptr) {
+        report(REPORT::ADD_WITHOUT_ROOT);
+        return;
+    }
+    if (basbd_is_leaf(*root)) {
+        return;
+    }
+    // The search for the signal passes the place where the new leaf goes.
+    BOOL_TNODE* node = root;
+    bool is_known = false;
+    for (;; node = node->right) {
+        is_known = is_known || (node->left != nullptr && is_in_support(node->left, sig));
+        if (ends_spine(*node)) {
+            break;
+        }
+    }
+    is_known = is_known || (node->right != nullptr && is_in_support(node->right, sig));
+    append_leaf(node, sig, iscompl);
+    if (!is_known) {
+        ++nsuppt;
+    }
+}
+
+void BOOL_FUNC::setlogic1() { set_constant(*this, BOOL_OP_ONE); }
+
+void BOOL_FUNC::setlogic0() { set_constant(*this, BOOL_OP_ZERO); }
+
+void BOOL_FUNC::buildcofactexpr(TECHMAP_SIG* s, TECHMAP_SIG* a, TECHMAP_SIG* b)
+{
+    OWNED_TREE sum(new_node(BOOL_OP_OR));
+    sum->left = make_and(s, 0, a).release();
+    sum->right = make_and(s, 1, b).release();
+    replace_tree(*this, std::move(sum));
+    rootcompl = 0;
+    nsuppt = 3;
+}
+
+bool BOOL_FUNC::islogic1()
+{
+    cleanbufs();
+    return root != nullptr && root->op == BOOL_OP_ONE;
+}
+
+bool BOOL_FUNC::islogic0()
+{
+    cleanbufs();
+    return root != nullptr && root->op == BOOL_OP_ZERO;
+}
+
+BOOL_VARNAME BOOL_FUNC::getvarname(TECHMAP_SIG* sig)
+{
+    if (root == nullptr) {
+        report(REPORT::GET_NAME_WITHOUT_ROOT);
+        return BOOL_VAR_NONE;
+    }
+    return root->getsigvname(sig);
+}
+
+unsigned short BOOL_FUNC::countsuppt() { return root == nullptr ? 0 : support_of(root); }
+
+unsigned short BOOL_FUNC::countsupptunion(BOOL_FUNC* other)
+{
+    if (root == nullptr) {
+        return 0;
+    }
+    SUPPORT support;
+    support.enter_all(root);
+    if (other != nullptr && other->root != nullptr) {
+        support.enter_all(other->root);
+    }
+    return support.size();
+}
+
+char BOOL_FUNC::getpurefunc()
+{
+    constexpr char none = BOOL_OP_ZERO;
+    if (!is_operator(root)) {
+        return none;
+    }
+    cleanbufs();
+    if (!is_operator(root)) {
+        return none;
+    }
+    push_complements(root, std::exchange(rootcompl, static_cast<unsigned char>(0)));
+    return is_pure(root, root->op) ? static_cast<char>(root->op) : none;
+}
+
+void BOOL_FUNC::setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v)
+{
+    if (root == nullptr) {
+        report(REPORT::NAME_WITHOUT_ROOT);
+        return;
+    }
+    root->setsigvname(sig, v);
+}
+
+void BOOL_FUNC::setsigto1(TECHMAP_SIG* sig)
+{
+    fix_signal(*this, sig, BOOL_OP_ONE, REPORT::SET_1_WITHOUT_ROOT);
+}
+
+void BOOL_FUNC::setsigto0(TECHMAP_SIG* sig)
+{
+    fix_signal(*this, sig, BOOL_OP_ZERO, REPORT::SET_0_WITHOUT_ROOT);
+}
+
+void BOOL_FUNC::complsiginfunc(TECHMAP_SIG* sig)
+{
+    if (root == nullptr) {
+        report(REPORT::COMPLEMENT_NO_ROOT);
+    } else if (is_operator(root)) {
+        unmark_tree(root);
+        root->complsigintree(sig);
+    } else if (is_leaf_of(*root, sig)) {
+        toggle(rootcompl);
+    }
+}
+
+void BOOL_FUNC::exchangexy()
+{
+    if (root == nullptr) {
+        report(REPORT::EXCHANGE_WITHOUT_ROOT);
+        return;
+    }
+    unmark_tree(root);
+    root->exchangexy();
+}
+
+void BOOL_FUNC::subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2)
+{
+    if (root == nullptr) {
+        report(REPORT::RENAME_WITHOUT_ROOT);
+        return;
+    }
+    root->subsig1forsig2(sig1, sig2);
+}
+
+void BOOL_FUNC::substfnforsig(TECHMAP_SIG* sig, BOOL_FUNC* fn)
+{
+    if (root == nullptr) {
+        report(REPORT::SUBSTITUTE_NO_ROOT);
+        return;
+    }
+    BOOL_TNODE* const sub = fn == nullptr ? nullptr : fn->root;
+    const bool is_complemented = fn != nullptr && fn->rootcompl != 0;
+    if (sub == root) {
+        report(REPORT::SUBSTITUTE_ITSELF);
+        return;
+    }
+    if (is_operator(root)) {
+        substitute(root, sig, sub, is_complemented);
+    } else if (is_leaf_of(*root, sig)) {
+        replace_tree(*this, OWNED_TREE(new_copy(sub)));
+        if (is_complemented) {
+            toggle(rootcompl);
+        }
+    }
+    nsuppt = support_of(root);
+}
+
+void BOOL_FUNC::rmsigfromfunc(TECHMAP_SIG* sig)
+{
+    if (root == nullptr || sig == nullptr) {
+        return;
+    }
+    // On the copy, so that the function is as it was should the copy fail.
+    OWNED_TREE copy(new_copy(root));
+    if (is_operator(copy.get())) {
+        remove_signal(copy.get(), sig);
+    } else if (is_leaf_of(*copy, sig)) {
+        fix_leaf(*copy, sig, BOOL_OP_ZERO);
+    }
+    replace_by_simplified(*this, std::move(copy));
+}
+
+void BOOL_FUNC::cleanbufs()
+{
+    if (root != nullptr) {
+        replace_by_simplified(*this, OWNED_TREE(new_copy(root)));
+    }
+}
+
+BOOL_FUNC* BOOL_FUNC::breakfunc(unsigned short size)
+{
+    if (nsuppt <= size || root == nullptr) {
+        return nullptr;
+    }
+    // The copy shares no node, so neither part can reach into the other.
+    OWNED_TREE rest(new_copy(root));
+    auto part = std::make_unique<BOOL_FUNC>();
+    part->root = rest->getsubtreeofsize(size);
+    replace_by_simplified(*this, std::move(rest));
+    if (part->root == nullptr) {
+        return nullptr;
+    }
+    part->nsuppt = support_of(part->root);
+    return part.release();
+}

@@ -1,0 +1,44 @@
+#include "names.h"
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+const char* const vardefnametbl[name_count] = {"A", "B", "C", "D", "E", "F", "G",  "I", "J",
+                                               "K", "L", "M", "N", "O", "P", "QX", "QY"};
+const char* varappnametbl[name_count];
+const char* const* varnametbl;
+
+std::unique_ptr<char[]> private_copy(const char* text)
+{
+    if (text == nullptr) {
+        return nullptr;
+    }
+    const std::size_t size = std::strlen(text) + 1;
+    std::unique_ptr<char[]> copy(new char[size]);
+    std::copy_n(text, size, copy.get());
+    return copy;
+}
+
+} // namespace
+
+void choose_name_table(char const** names, BOOL_VARNAME last)
+{
+    if (varnametbl != nullptr) {
+        return;
+    }
+    if (names == nullptr) {
+        varnametbl = vardefnametbl;
+        return;
+    }
+    const int count = std::min<int>(static_cast<unsigned short>(last), BOOL_VAR_QY) + 1;
+    std::unique_ptr<char[]> copies[name_count];
+    std::transform(names, names + count, copies, private_copy);
+    std::transform(copies, copies + name_count, varappnametbl,
+                   [](std::unique_ptr<char[]>& copy) { return copy.release(); }); // never freed
+    varnametbl = varappnametbl;
+}
+
+const char* name_text(int v) { return varnametbl == nullptr ? vardefnametbl[v] : varnametbl[v]; }

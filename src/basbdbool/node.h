@@ -1,0 +1,51 @@
+/// @file
+/// @brief Making, recognising and freeing the nodes of a tree.
+#pragma once
+
+#include "basbdbool.h"
+
+#include <memory>
+
+inline bool is_constant(const BOOL_TNODE& node)
+{
+    return node.op == BOOL_OP_ONE || node.op == BOOL_OP_ZERO;
+}
+
+inline bool is_operator(const BOOL_TNODE* node) { return node != nullptr && !basbd_is_leaf(*node); }
+
+/// Whether `node` is a leaf of `sig`, named or not. A constant stands for no signal, not even null.
+inline bool is_leaf_of(const BOOL_TNODE& node, const TECHMAP_SIG* sig)
+{
+    return node.op >= BOOL_OP_SIG && node.op <= BOOL_OP_LAST_NAMED &&
+           basbd_leaf_signal(node) == sig;
+}
+
+inline void toggle(unsigned char& flag) { flag ^= 1U; }
+
+/// A new unnamed leaf.
+BOOL_TNODE* new_leaf(TECHMAP_SIG* sig);
+/// A new operator without children, or a constant.
+BOOL_TNODE* new_node(signed char op);
+/// A deep copy; a copy of null is reported and is an operator without children.
+BOOL_TNODE* new_copy(BOOL_TNODE* src);
+
+/// Frees this one node; null is none.
+void delete_node(BOOL_TNODE* node) noexcept;
+
+/// @brief Frees every node of a tree once, however many paths lead to it; null is no tree.
+///
+/// Counting paths in `usage` goes wrong at 65,536 of them; this counts nothing.
+void free_tree(BOOL_TNODE* root) noexcept;
+
+/// Clears `usage` in every node, visiting each once however many paths lead to it.
+void unmark_tree(BOOL_TNODE* root) noexcept;
+
+struct NODE_DELETER {
+    void operator()(BOOL_TNODE* node) const noexcept { delete_node(node); }
+};
+struct TREE_DELETER {
+    void operator()(BOOL_TNODE* root) const noexcept { free_tree(root); }
+};
+/// A node, or a whole tree, that its scope owns until it finds its place.
+using OWNED_NODE = std::unique_ptr<BOOL_TNODE, NODE_DELETER>;
+using OWNED_TREE = std::unique_ptr<BOOL_TNODE, TREE_DELETER>;

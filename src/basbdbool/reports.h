@@ -1,0 +1,38 @@
+/// @file
+/// @brief The internal-error reports of the expression trees.
+#pragma once
+
+/// Every report site. The value is the line that the report carries: a fixed number that tells
+/// the site, whatever line the code stands in today.
+// clang-format off: a table
+enum class REPORT : int {
+    // site                    line    operation                   condition
+    COPY_OF_NULL_TREE = 56,       // BOOL_TNODE(BOOL_TNODE*)     src is null
+    NAME_OUT_OF_RANGE = 252,      // setsigvname                 v above 16, for each leaf of sig
+    SUBSTITUTE_IN_LEAF = 323,     // subtreeforsig               called on a leaf
+    LEAF_WITHOUT_TEXT = 436,      // writesubtree                a named leaf without a text
+    LEAF_WITHOUT_NAME = 441,      // writesubtree                an unnamed leaf
+    COMPLEMENT_NO_LEFT = 555,     // complsigintree              on a leaf, or left is null
+    REMOVE_FROM_LEAF = 659,       // rmsigfromtree               called on a leaf
+    REDUCE_LEAF = 700,            // reducetrivialsubtrees       called on a leaf
+    RIGHT_CONSTANT_OP = 836,      // trivialrchild               op not 0, 1 or 2
+    LEFT_CONSTANT_OP = 902,       // triviallchild               op not 0, 1 or 2
+    SAME_OPERANDS_OP = 945,       // idempotency                 op not 0, 1 or 2
+    FUNC_COPY_OF_NULL = 1025,     // BOOL_FUNC(BOOL_FUNC*)       src is null
+    ADD_WITHOUT_ROOT = 1138,      // addsigtofunc                root is null
+    NAME_WITHOUT_ROOT = 1149,     // setvarname                  root is null
+    GET_NAME_WITHOUT_ROOT = 1158, // getvarname                  root is null
+    SUBSTITUTE_NO_ROOT = 1175,    // substfnforsig               root is null
+    SUBSTITUTE_ITSELF = 1178,     // substfnforsig               fn's root is this one's
+    SET_1_WITHOUT_ROOT = 1301,    // setsigto1                   root is null
+    SET_0_WITHOUT_ROOT = 1312,    // setsigto0                   root is null
+    COMPLEMENT_NO_ROOT = 1323,    // complsiginfunc              root is null
+    EXCHANGE_WITHOUT_ROOT = 1341, // exchangexy                  root is null
+    RENAME_WITHOUT_ROOT = 1351,   // subsig1forsig2              root is null
+    PUSH_INTO_LEAF = 1463,        // pushbubblestoleaves         called on a leaf
+    PUSH_THROUGH_OP = 1482,       // pushbubblestoleaves         complemented, op not 0, 1 or 2
+};
+// clang-format on
+
+/// Tells the host's message manager; the reporting operation then goes on.
+[[gnu::cold]] void report(REPORT site);

@@ -1,0 +1,29 @@
+/// @file
+/// @brief Edits of the leaves of one signal.
+#pragma once
+
+#include "node.h"
+
+/// Adds a leaf of `sig` under the operator `node`, which must be where the right spine ends.
+void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl);
+
+/// Whether the right spine ends at the operator `node`: the next signal is added there.
+inline bool ends_spine(const BOOL_TNODE& node)
+{
+    return node.left == nullptr || !is_operator(node.right);
+}
+
+/// Makes a leaf of `sig` the constant `op`; leaves other leaves alone.
+inline void fix_leaf(BOOL_TNODE& leaf, const TECHMAP_SIG* sig, BOOL_OP op)
+{
+    if (is_leaf_of(leaf, sig)) {
+        leaf.op = op;
+        leaf.left = nullptr;
+    }
+}
+
+/// Puts a copy of `sub` in the place of every leaf of `sig` under the operator `root`.
+void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented);
+
+/// Deletes every leaf of `sig` under the operator `root`.
+void remove_signal(BOOL_TNODE* root, const TECHMAP_SIG* sig) noexcept;

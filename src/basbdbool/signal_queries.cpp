@@ -1,0 +1,59 @@
+#include "signal_queries.h"
+
+#include "names.h"
+
+bool is_in_support(BOOL_TNODE* start, const TECHMAP_SIG* sig)
+{
+    return any_leaf(start, [sig](const BOOL_TNODE& leaf) { return is_leaf_of(leaf, sig); });
+}
+
+bool BOOL_TNODE::issiginsuppt(TECHMAP_SIG* sig) { return is_in_support(this, sig); }
+
+bool BOOL_TNODE::issigcompl(TECHMAP_SIG* sig)
+{
+    // The answer is the last edge into the signal in walk order, so a later find replaces an
+    // earlier one, and an operator with the signal on its right needs no look at its left.
+    bool is_complemented = false;
+    visit_operators(this, [&](const BOOL_TNODE& node) {
+        if (node.right != nullptr && is_leaf_of(*node.right, sig)) {
+            is_complemented = node.rcompl != 0;
+            return WALK::PAST;
+        }
+        if (node.left != nullptr && is_leaf_of(*node.left, sig)) {
+            is_complemented = node.lcompl != 0;
+        }
+        return WALK::BELOW;
+    });
+    return is_complemented;
+}
+
+bool BOOL_TNODE::isvarinleaf(BOOL_VARNAME v) { return is_name(v) && op == named_op(v); }
+
+bool BOOL_TNODE::isvarinsuppt(BOOL_VARNAME v)
+{
+    return any_leaf(this, [v](BOOL_TNODE& leaf) { return leaf.isvarinleaf(v); });
+}
+
+BOOL_VARNAME BOOL_TNODE::getsigvname(TECHMAP_SIG* sig)
+{
+    BOOL_VARNAME name = BOOL_VAR_NONE;
+    any_leaf(this, [&](const BOOL_TNODE& leaf) {
+        if (is_leaf_of(leaf, sig) && is_named_leaf(leaf)) {
+            name = leaf_name(leaf);
+        }
+        return name != BOOL_VAR_NONE;
+    });
+    return name;
+}
+
+void BOOL_TNODE::listsigs(TECHMAP_SIG** list)
+{
+    visit_leaves(this, [list](const BOOL_TNODE& leaf) { enter_signal(list, leaf); });
+}
+
+unsigned int BOOL_TNODE::countleaves()
+{
+    unsigned int count = 0;
+    visit_leaves(this, [&](const BOOL_TNODE& /*leaf*/) { ++count; });
+    return count;
+}

@@ -1,0 +1,234 @@
+#include "simplify.h"
+
+#include "node.h"
+#include "reports.h"
+#include "tree_path.h"
+
+#include <utility>
+
+namespace {
+
+signed char dual(signed char op) { return op == BOOL_OP_AND ? BOOL_OP_OR : BOOL_OP_AND; }
+
+void complement(BOOL_TNODE& node)
+{
+    switch (node.op) {
+    case BOOL_OP_AND:
+    case BOOL_OP_OR:
+        node.op = dual(node.op);
+        toggle(node.lcompl);
+        toggle(node.rcompl);
+        break;
+    case BOOL_OP_ONE:
+        node.op = BOOL_OP_ZERO;
+        break;
+    case BOOL_OP_ZERO:
+        node.op = BOOL_OP_ONE;
+        break;
+    default:
+        toggle(node.lcompl);
+    }
+}
+
+BOOL_TNODE* complement_if(unsigned char flag, BOOL_TNODE* node)
+{
+    if (flag != 0) {
+        complement(*node);
+    }
+    return node;
+}
+
+bool is_known_operator(signed char op) { return op >= BOOL_OP_AND && op <= BOOL_OP_OR; }
+
+/// The replacement of an operator whose operands are `constant` and `other`, each with its flag.
+BOOL_TNODE* fold_constant(BOOL_TNODE* node, BOOL_TNODE* constant, unsigned char constant_flag,
+                          BOOL_TNODE* other, unsigned char other_flag, REPORT unknown_op)
+{
+    complement_if(constant_flag, constant);
+    if (!is_known_operator(node->op)) {
+        report(unknown_op);
+        return node;
+    }
+    const bool is_one = constant->op == BOOL_OP_ONE;
+    if (node->op != BOOL_OP_XOR && is_one == (node->op == BOOL_OP_OR)) { // 1 decides OR, 0 AND
+        free_tree(other);
+        return constant;
+    }
+    delete_node(constant);
+    if (node->op == BOOL_OP_XOR && is_one) {
+        complement(*other);
+    }
+    return complement_if(other_flag, other);
+}
+
+BOOL_TNODE* fold_right_constant(BOOL_TNODE* node)
+{
+    return fold_constant(node, node->right, node->rcompl, node->left, node->lcompl,
+                         REPORT::RIGHT_CONSTANT_OP);
+}
+
+BOOL_TNODE* fold_left_constant(BOOL_TNODE* node)
+{
+    return fold_constant(node, node->left, node->lcompl, node->right, node->rcompl,
+                         REPORT::LEFT_CONSTANT_OP);
+}
+
+/// Makes a constant of an operator whose children are dealt with already.
+BOOL_TNODE* make_constant(BOOL_TNODE* node, BOOL_OP op)
+{
+    node->op = op;
+    node->left = node->right = nullptr;
+    node->lcompl = node->rcompl = 0;
+    return node;
+}
+
+/// The replacement of an operator whose operands are two leaves of one signal.
+BOOL_TNODE* fold_same_signals(BOOL_TNODE* node)
+{
+    BOOL_TNODE* const leaf = node->left;
+    if (node->right != leaf) {
+        delete_node(node->right);
+    }
+    node->right = nullptr;
+    const bool flags_differ = node->lcompl != node->rcompl;
+    if (is_known_operator(node->op) && node->op != BOOL_OP_XOR && !flags_differ) {
+        return complement_if(node->lcompl, leaf);
+    }
+    delete_node(leaf);
+    node->left = nullptr;
+    if (!is_known_operator(node->op)) {
+        report(REPORT::SAME_OPERANDS_OP);
+        return node;
+    }
+    const bool is_one = flags_differ && node->op != BOOL_OP_AND;
+    return make_constant(node, is_one ? BOOL_OP_ONE : BOOL_OP_ZERO);
+}
+
+/// The replacement of an operator whose children are reduced.
+BOOL_TNODE* reduce_node(BOOL_TNODE* node)
+{
+    BOOL_TNODE* const left = node->left;
+    BOOL_TNODE* const right = node->right;
+    if (left == nullptr && right == nullptr) {
+        return make_constant(node, BOOL_OP_ZERO);
+    }
+    if (left == nullptr) {
+        return complement_if(node->rcompl, right);
+    }
+    if (right == nullptr) {
+        return complement_if(node->lcompl, left);
+    }
+    if (is_constant(*right)) {
+        return fold_right_constant(node);
+    }
+    if (is_constant(*left)) {
+        return fold_left_constant(node);
+    }
+    if (basbd_is_leaf(*left) && is_leaf_of(*right, basbd_leaf_signal(*left))) {
+        return fold_same_signals(node);
+    }
+    return node;
+}
+
+} // namespace
+
+bool take_own_complement(BOOL_TNODE& replacement)
+{
+    return basbd_is_leaf(replacement) &&
+           std::exchange(replacement.lcompl, static_cast<unsigned char>(0)) != 0;
+}
+
+BOOL_TNODE* reduce_tree(BOOL_TNODE* root)
+{
+    TREE_PATH path(root);
+    for (bool left_is_done = false;;) {
+        if (!left_is_done && is_operator(path.node()->left)) {
+            path.descend_left();
+            continue;
+        }
+        left_is_done = false;
+        if (is_operator(path.node()->right)) {
+            path.descend_right();
+            continue;
+        }
+        for (SIDE side = SIDE::RIGHT; side == SIDE::RIGHT;) {
+            BOOL_TNODE* const node = path.node();
+            BOOL_TNODE* const replacement = reduce_node(node);
+            if (path.at_start()) {
+                return replacement;
+            }
+            side = path.ascend_with(replacement);
+            if (replacement != node) {
+                delete_node(node);
+                if (take_own_complement(*replacement)) {
+                    toggle(side == SIDE::LEFT ? path.node()->lcompl : path.node()->rcompl);
+                }
+            }
+        }
+        left_is_done = true;
+    }
+}
+
+namespace {
+
+/// Complements `node` itself when the edge into it was flagged, and clears the flag.
+void push_edge(BOOL_TNODE* node, unsigned char& flag)
+{
+    if (!is_operator(node)) {
+        return;
+    }
+    if (std::exchange(flag, static_cast<unsigned char>(0)) == 0) {
+        return;
+    }
+    if (is_known_operator(node->op)) {
+        complement(*node);
+    } else {
+        report(REPORT::PUSH_THROUGH_OP);
+    }
+}
+
+} // namespace
+
+void push_complements(BOOL_TNODE* root, unsigned char is_complemented)
+{
+    push_edge(root, is_complemented);
+    visit_operators(root, [](BOOL_TNODE& node) {
+        push_edge(node.left, node.lcompl);
+        push_edge(node.right, node.rcompl);
+        return WALK::BELOW;
+    });
+}
+
+bool is_pure(BOOL_TNODE* root, signed char op)
+{
+    return !visit_operators(
+        root, [op](const BOOL_TNODE& node) { return node.op == op ? WALK::BELOW : WALK::STOP; });
+}
+
+void BOOL_TNODE::complsubtree() { complement(*this); }
+
+BOOL_TNODE* BOOL_TNODE::reducetrivialsubtrees()
+{
+    if (basbd_is_leaf(*this)) {
+        report(REPORT::REDUCE_LEAF);
+        return this;
+    }
+    return reduce_tree(this);
+}
+
+BOOL_TNODE* BOOL_TNODE::trivialrchild() { return fold_right_constant(this); }
+
+BOOL_TNODE* BOOL_TNODE::triviallchild() { return fold_left_constant(this); }
+
+BOOL_TNODE* BOOL_TNODE::idempotency() { return fold_same_signals(this); }
+
+void BOOL_TNODE::pushbubblestoleaves(unsigned char iscompl)
+{
+    if (basbd_is_leaf(*this)) {
+        report(REPORT::PUSH_INTO_LEAF);
+        return;
+    }
+    push_complements(this, iscompl);
+}
+
+bool BOOL_TNODE::issubtreepure(char op_) { return is_pure(this, op_); }
