@@ -1,0 +1,38 @@
+#!/bin/sh
+# Installs the library and builds a small user of it in three ways.
+# usage: consumers.sh SOURCE_DIR BUILD_DIR
+set -eu
+source=$1
+build=$2
+consumer=$source/tests/package/consumer
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+# expect PROGRAM: it runs and prints what inverting input 2 of the majority function gives.
+expect() {
+    found=$("$1")
+    if [ "$found" != 8E ]; then
+        echo "$1 printed '$found' instead of '8E'" >&2
+        exit 1
+    fi
+}
+
+cmake --install "$build" --prefix "$scratch/first" >/dev/null
+mv "$scratch/first" "$scratch/installed" # an installed tree can be moved
+
+cmake -G Ninja -S "$consumer/cmake" -B "$scratch/cmake" -DCMAKE_PREFIX_PATH="$scratch/installed" >/dev/null
+cmake --build "$scratch/cmake" >/dev/null
+expect "$scratch/cmake/consumer"
+
+PKG_CONFIG_PATH=$(dirname "$(find "$scratch/installed" -name basbd.pc)")
+export PKG_CONFIG_PATH
+libdir=$(pkg-config --variable=libdir basbd)
+# shellcheck disable=SC2046 # a list of words
+${CXX:-c++} -std=c++17 "$consumer/main.cpp" -o "$scratch/plain" \
+    $(pkg-config --cflags --libs basbd) -Wl,-rpath,"$libdir"
+expect "$scratch/plain"
+
+cmake -G Ninja -S "$consumer/subdirectory" -B "$scratch/subdirectory" \
+    -DBASBD_SOURCE_DIR="$source" >/dev/null
+cmake --build "$scratch/subdirectory" >/dev/null
+expect "$scratch/subdirectory/consumer"

@@ -1,0 +1,15 @@
+#!/bin/sh
+# The library exports what the committed list says, and none of the host's services but the load
+# identifier.
+# usage: symbols_test.sh LIBRARY
+set -eu
+cd "$(dirname "$0")"
+if ! ./symbols.sh "$1" | diff -u exported_symbols.txt -; then
+    echo "the exported symbols differ from tests/package/exported_symbols.txt" >&2
+    echo "where that is intended: ./dev symbols" >&2
+    exit 1
+fi
+if ./symbols.sh "$1" | grep -E '^((vtable|typeinfo|typeinfo name) for )?(UT_|ut_|neoform|cae_appname)'; then
+    echo "the library defines host services" >&2
+    exit 1
+fi
