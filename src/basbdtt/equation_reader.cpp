@@ -1,0 +1,44 @@
+#include "equation_reader.h"
+
+#include "ut_text.h"
+
+namespace basbdtt {
+
+namespace {
+
+/// A character as it stands, unless it would cut the message short or leave it no valid text.
+char* unexpected_element_message(unsigned char character)
+{
+    if (character == 0 || character > 127) {
+        return neoform("Unexpected equation element '\\x%02X'", unsigned{character});
+    }
+    return neoform("Unexpected equation element '%c'", character);
+}
+
+char* message_of(const operand& refused, int width)
+{
+    switch (refused.why) {
+    case refusal::none:
+        break; // no refusal
+    case refusal::unexpected_element:
+        return unexpected_element_message(static_cast<unsigned char>(refused.payload));
+    case refusal::unbalanced:
+        return neoform("Unbalanced parentheses in equation");
+    case refusal::no_element:
+        return neoform("Equation without an element outside parentheses");
+    case refusal::blank_operand:
+        return neoform("Blank equation or operand");
+    case refusal::bare_input_name:
+        return neoform("Equation input 'B' without a number");
+    case refusal::input_beyond_width:
+        break;
+    }
+    return neoform("Equation input %d in a table of width %d", static_cast<int>(refused.payload),
+                   width);
+}
+
+} // namespace
+
+void report_refusal(const operand& refused, int width) { ut_status(message_of(refused, width)); }
+
+} // namespace basbdtt

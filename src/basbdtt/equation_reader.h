@@ -1,0 +1,392 @@
+/// @file
+/// @brief What the readers of the two equation texts share: one pass from the text to a program.
+///
+/// A level of an equation is what stands between a pair of parentheses, or the whole text. It is
+/// split at its element of the lowest rank, the leftmost of several, and so are the operands. One
+/// pass comes to the same: an operator takes what is pending from the tighter ones. What the split
+/// would drop is read all the same and then forgotten, together with what is wrong in it.
+///
+/// A level is examined before the groups inside it, so an element that is refused on a level takes
+/// the place of whatever that level comes to.
+#pragma once
+
+#include "equation_program.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace basbdtt {
+
+/// What a character of an equation is. The operators come first, numbered like `operation`.
+enum class element : std::uint8_t {
+    disjunction,
+    exclusive,
+    conjunction,
+    negation,
+    open,
+    close,
+    input,
+    zero,
+    one,
+    blank,
+    unexpected
+};
+using element_table = std::array<element, 256>;
+
+/// The elements that both equations have.
+constexpr element_table common_elements()
+{
+    element_table table{};
+    for (element& each : table) {
+        each = element::unexpected;
+    }
+    table['+'] = element::disjunction;
+    table['*'] = element::conjunction;
+    table['~'] = element::negation;
+    table['('] = element::open;
+    table[')'] = element::close;
+    table['0'] = element::zero;
+    table['1'] = element::one;
+    table[' '] = element::blank;
+    table['\t'] = element::blank;
+    return table;
+}
+
+constexpr char to_upper(char character)
+{
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
+                                                : character;
+}
+
+/// An input's name as a grammar reads it.
+struct input_name {
+    int number;       ///< negative when the name is not complete
+    std::size_t end;  ///< one past its last character
+    bool conjunction; ///< the name is joined by AND with what follows
+};
+
+/// Sends the one message about a refused equation.
+void report_refusal(const operand& refused, int width);
+
+/// @brief Reads one text. `Grammar` has, all static:
+/// - `elements`: what each character is;
+/// - `negation_outranks_group`: a negation is chosen before a group on its left, not only after it;
+/// - `blank`: the value of a blank operand;
+/// - `read_input(text, position)`: the name that starts there;
+/// - `prefix(text, position)`: the length of what is removed from the start of a group's text.
+template <typename Grammar>
+class equation_reader {
+public:
+    equation_reader(const std::string& equation, int inputs) : text(equation), width(inputs) {}
+
+    /// The value of the text from `begin` on.
+    operand read(std::size_t begin)
+    {
+        const std::optional<operand> result = read_balanced(begin, text.size());
+        return result ? *result : read_unbalanced(begin);
+    }
+
+    equation_program& program() { return operations_of_text; }
+
+private:
+    /// @brief What is pending on a level, left to right: `A+B*~C` at its end holds A for the
+    /// disjunction, B for the conjunction, the factor C and its negation.
+    struct level {
+        enum mark : std::uint8_t {
+            // 1, 2 and 4: an operand is pending for each operation
+            has_group = 8,
+            has_leaf = 16,
+            negated = 32,
+            is_refused = 64 ///< `pending[0]` tells why
+        };
+        static constexpr unsigned has_pending(std::size_t rank) { return 1U << rank; }
+
+        std::array<operand, operations> pending;
+        operand factor; ///< the group or the leaf that the factor has come to so far
+        unsigned flags = 0;
+
+        bool has(unsigned flag) const { return (flags & flag) != 0; }
+        void refuse(const operand& why)
+        {
+            pending[0] = why;
+            flags = is_refused | has_pending(0);
+        }
+    };
+
+    static element element_at(const std::string& text, std::size_t position)
+    {
+        return Grammar::elements[static_cast<unsigned char>(text[position])];
+    }
+
+    operand unexpected_at(std::size_t position) const
+    {
+        const char character = to_upper(text[position]);
+        return operand::refused(refusal::unexpected_element, static_cast<unsigned char>(character));
+    }
+
+    /// A text whose every `)` closes a `(`, from `begin` to `end`; nothing for any other text.
+    std::optional<operand> read_balanced(std::size_t begin, std::size_t end)
+    {
+        current = level();
+        for (std::size_t i = begin; i < end;) {
+            const element what = element_at(text, i);
+            switch (what) {
+            case element::blank:
+                ++i;
+                continue;
+            case element::open:
+                open_group();
+                ++i;
+                i += Grammar::prefix(text, i);
+                continue;
+            case element::close:
+                if (outer_flags.empty()) {
+                    return std::nullopt;
+                }
+                close_group();
+                ++i;
+                continue;
+            default:
+                break;
+            }
+            i = current.has(level::is_refused) ? i + 1 : take(what, i);
+            if (current.has(level::is_refused) && outer_flags.empty()) {
+                return current.pending[0];
+            }
+        }
+        if (!outer_flags.empty()) {
+            return std::nullopt;
+        }
+        return value_of_level();
+    }
+
+    /// Takes an element other than a parenthesis or a blank and returns the position after it.
+    std::size_t take(element what, std::size_t i)
+    {
+        switch (what) {
+        case element::negation:
+            if (Grammar::negation_outranks_group || !current.has(level::has_group)) {
+                current.flags ^= level::negated;
+                current.flags &= ~unsigned{level::has_group | level::has_leaf};
+            }
+            break;
+        case element::zero:
+        case element::one:
+            take_leaf(operand::constant(what == element::one));
+            break;
+        case element::input: {
+            const input_name name = Grammar::read_input(text, i);
+            if (name.number < 0) {
+                current.refuse(operand::refused(refusal::bare_input_name));
+                break;
+            }
+            take_leaf(leaf(name.number));
+            if (name.conjunction) {
+                take_operator(operation::conjunction);
+            }
+            return name.end;
+        }
+        case element::unexpected:
+            current.refuse(unexpected_at(i));
+            break;
+        default:
+            take_operator(static_cast<operation>(what));
+            break;
+        }
+        return i + 1;
+    }
+
+    operand leaf(int number) const
+    {
+        return number < width ? operand::of_input(number)
+                              : operand::refused(refusal::input_beyond_width,
+                                                 static_cast<std::uint64_t>(number));
+    }
+
+    void take_leaf(const operand& value)
+    {
+        if (!current.has(level::has_group | level::has_leaf)) {
+            current.factor = value;
+            current.flags |= level::has_leaf;
+        }
+    }
+
+    void take_operator(operation op)
+    {
+        const auto rank = static_cast<std::size_t>(op);
+        current.pending[rank] = join_pending(rank);
+        current.flags |= level::has_pending(rank);
+    }
+
+    /// The value of the factor, joined with what is pending for `rank` and for tighter operations.
+    operand join_pending(std::size_t rank)
+    {
+        operand value =
+            current.has(level::has_group | level::has_leaf) ? current.factor : Grammar::blank;
+        if (current.has(level::negated)) {
+            value = operations_of_text.complement(value);
+        }
+        for (std::size_t tighter = operations; tighter-- > rank;) {
+            if (current.has(level::has_pending(tighter))) {
+                value = operations_of_text.combine(static_cast<operation>(tighter),
+                                                   current.pending[tighter], value);
+            }
+        }
+        current.flags &= level::has_pending(rank) - 1;
+        return value;
+    }
+
+    operand value_of_level()
+    {
+        return current.has(level::is_refused) ? current.pending[0] : join_pending(0);
+    }
+
+    /// Sets the level aside. Only what it has is kept: a million open groups take a byte each.
+    void open_group()
+    {
+        current.flags &= ~unsigned{level::has_leaf}; // a group outranks it
+        for (std::size_t rank = 0; rank < operations; ++rank) {
+            if (current.has(level::has_pending(rank))) {
+                outer_operands.push_back(current.pending[rank]);
+            }
+        }
+        if (current.has(level::has_group)) {
+            outer_operands.push_back(current.factor);
+        }
+        outer_flags.push_back(static_cast<std::uint8_t>(current.flags));
+        current.flags = 0;
+    }
+
+    void close_group()
+    {
+        const operand group = value_of_level();
+        current.flags = outer_flags.back();
+        outer_flags.pop_back();
+        if (current.has(level::has_group)) {
+            current.factor = outer_operands.back(); // the group on the left is chosen, not this one
+            outer_operands.pop_back();
+        } else {
+            current.factor = group;
+        }
+        for (std::size_t rank = operations; rank-- > 0;) {
+            if (current.has(level::has_pending(rank))) {
+                current.pending[rank] = outer_operands.back();
+                outer_operands.pop_back();
+            }
+        }
+        if (!current.has(level::is_refused)) {
+            current.flags |= level::has_group;
+        }
+    }
+
+    static int rank_of(element what)
+    {
+        switch (what) {
+        case element::disjunction:
+            return 0;
+        case element::exclusive:
+            return 1;
+        case element::conjunction:
+            return 2;
+        case element::negation:
+            return 3;
+        case element::open:
+            return Grammar::negation_outranks_group ? 4 : 3;
+        default:
+            return 5;
+        }
+    }
+
+    /// @brief A text with a `)` that closes nothing, such as `A)+(B`, or with a `(` left open.
+    ///
+    /// It may still have an element of depth 0 to split it at; the parentheses that enclose nothing
+    /// then bound its operands.
+    operand read_unbalanced(std::size_t begin)
+    {
+        constexpr int no_rank = 6;
+        int depth = 0;
+        int lowest = no_rank;
+        std::size_t region_begin = begin; // of the elements of depth 0 without a break between them
+        std::size_t chosen_begin = begin; // of the region of the chosen element
+        std::size_t chosen_end = begin;
+        bool in_chosen_region = false;
+        const auto choose = [&](element what) {
+            if (rank_of(what) < lowest) {
+                lowest = rank_of(what);
+                chosen_begin = region_begin;
+                chosen_end = text.size();
+                in_chosen_region = true;
+            }
+        };
+        for (std::size_t i = begin; i < text.size();) {
+            const element what = element_at(text, i);
+            std::size_t next = i + 1;
+            if (what == element::close) {
+                if (--depth == -1 && in_chosen_region) {
+                    chosen_end = i;
+                    in_chosen_region = false;
+                }
+            } else if (what == element::open) {
+                if (depth == 0) {
+                    choose(what);
+                }
+                if (++depth == 0) {
+                    region_begin = next;
+                }
+            } else if (depth == 0 && what == element::unexpected) {
+                return unexpected_at(i);
+            } else if (depth == 0 && what == element::input) {
+                const input_name name = Grammar::read_input(text, i);
+                if (name.number < 0) {
+                    return operand::refused(refusal::bare_input_name);
+                }
+                choose(name.conjunction ? element::conjunction : what);
+                next = name.end;
+            } else if (depth == 0 && what != element::blank) {
+                choose(what);
+            }
+            i = next;
+        }
+        if (depth != 0) {
+            return operand::refused(refusal::unbalanced);
+        }
+        if (lowest == no_rank) {
+            return operand::refused(refusal::no_element);
+        }
+        forget_levels();
+        return *read_balanced(chosen_begin, chosen_end);
+    }
+
+    void forget_levels()
+    {
+        outer_flags.clear();
+        outer_operands.clear();
+    }
+
+    const std::string& text;
+    int width;
+    equation_program operations_of_text;
+    level current;
+    std::vector<std::uint8_t> outer_flags; ///< of the levels around the current one
+    std::vector<operand> outer_operands;   ///< what those levels have pending, by their flags
+};
+
+/// @brief Makes `table` the function of `width` inputs that `text` denotes from `begin` on, or
+/// sends one message and leaves it as it was.
+template <typename Grammar>
+void read_equation(BOOL_TRUTH_TABLE& table, int width, const std::string& text, std::size_t begin)
+{
+    equation_reader<Grammar> reader(text, width);
+    const operand result = reader.read(begin);
+    if (result.what == operand::kind::refused) {
+        report_refusal(result, width);
+    } else {
+        reader.program().evaluate(result, width, table);
+    }
+}
+
+} // namespace basbdtt

@@ -1,0 +1,180 @@
+// The readers of both equation texts against examples and against their definition.
+#include "basbdtt.h"
+
+#include "host_recorder.h"
+#include "literal_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+using strings = std::vector<std::string>;
+
+void read(BOOL_TRUTH_TABLE& table, bool external, int width, const std::string& text)
+{
+    external ? table.set_value_from_external_equation(width, text)
+             : table.set_value_from_internal_equation(width, text);
+}
+
+std::string hex(bool external, int width, const std::string& text)
+{
+    BOOL_TRUTH_TABLE table;
+    read(table, external, width, text);
+    EXPECT_EQ(host_recorder::take_statuses(), strings()) << text;
+    return table.value.get_hex_string();
+}
+
+struct example {
+    int width;
+    const char* text;
+    const char* column;
+};
+
+TEST(EquationReader, Examples)
+{
+    const example external[] = {
+        {2, "A B", "8"},     {2, "ab", "8"},      {2, "A*B", "8"},      {2, "A\tB", "8"},
+        {2, "a+b", "E"},     {2, "!!A", "A"},     {2, "A + B*!A", "E"}, {2, "!(A+B)", "1"},
+        {2, "~A", "5"},      {2, "(A)B", "A"},    {2, "(A) B", "A"},    {3, "(A+B)(B+C)", "EE"},
+        {2, "1A", "F"},      {2, "A1", "A"},      {2, "A 1", "A"},      {3, "(A+B)*(B+C)", "EC"},
+        {2, "", "F"},        {2, "   ", "F"},     {2, "!", "0"},        {3, "A(B+C)", "A8"},
+        {2, "A+", "F"},      {2, "A*", "A"},      {2, "+A", "F"},       {2, "()", "F"},
+        {2, "0", "0"},       {2, "1", "F"},       {3, "A B C", "80"},   {3, "A+B+C", "FE"},
+        {3, "AB+!C", "8F"},  {3, "!A B", "44"},   {3, "(A)!B", "33"},   {3, "0(B)", "CC"},
+        {3, "C", "F0"},      {2, "(A)(B$)", "A"}, {2, "A)+(B", "A"},    {2, "A)0(B+0", "C"},
+        {2, "(B9$)!A", "5"}, {1, "a", "2"},
+    };
+    for (const example& each : external) {
+        EXPECT_EQ(hex(true, each.width, each.text), each.column) << each.text;
+    }
+    const example internal[] = {
+        {2, "F0=B0*B1", "8"},
+        {2, "b0*b1", "8"},
+        {2, "B0 * B1", "8"},
+        {2, "b0 + b1", "E"},
+        {2, "B1@B0", "6"},
+        {2, "B1", "C"},
+        {2, "~(B0*B1)", "7"},
+        {2, "~B0*B1", "4"},
+        {1, "~B0", "1"},
+        {1, "B0", "2"},
+        {3, "B0+B1*B2", "EA"},
+        {3, "~~B2", "F0"},
+        {3, "(B0+B1)*B2", "E0"},
+        {3, "B0*B1@B2", "78"},
+        {3, "0", "00"},
+        {3, "1", "FF"},
+        {3, "F0=(~B2*B0+B2*(B0+B1))", "EA"},
+        {4, "B3@B2@B1@B0", "6996"},
+        {2, "B0 B1", "A"},
+        {2, "B0~B1", "3"},
+        {2, "(B0)~B1", "A"},
+        {2, "(B0)(X)", "A"},
+        {2, "(f0=B1)", "C"},
+        {2, "(F0=(f0=B0)+B1)", "E"},
+    };
+    for (const example& each : internal) {
+        EXPECT_EQ(hex(false, each.width, each.text), each.column) << each.text;
+    }
+    for (const auto& [width, text, input] :
+         {std::tuple(13, "B12", 12), std::tuple(11, "B10", 10), std::tuple(11, "B100", 10)}) {
+        BOOL_TRUTH_TABLE table;
+        table.set_value_from_internal_equation(width, text);
+        EXPECT_TRUE(table.is_identity_for_input(input)) << text;
+    }
+}
+
+TEST(EquationReader, RefusalSendsOneMessageAndChangesNothing)
+{
+    const auto unexpected = [](const char* shown) {
+        return std::string("Unexpected equation element '") + shown + "'";
+    };
+    const std::string unbalanced = "Unbalanced parentheses in equation";
+    const std::string no_element = "Equation without an element outside parentheses";
+    const std::string blank = "Blank equation or operand";
+    const std::string bare = "Equation input 'B' without a number";
+    const std::string beyond = "Equation input 2 in a table of width 2";
+    const struct {
+        bool external;
+        std::string text, message;
+    } cases[] = {
+        {true, "A-B", unexpected("-")},
+        {true, "2", unexpected("2")},
+        {true, "A+(B$)", unexpected("$")},
+        {true, "(A-B)+$", unexpected("$")},
+        {true, "A\n", unexpected("\n")},
+        {true, "A\xE4", unexpected("\\xE4")},
+        {true, std::string(1, '\0'), unexpected("\\x00")},
+        {true, "(A", unbalanced},
+        {true, "(A-", unbalanced},
+        {true, ")(-", unexpected("-")},
+        {true, ")(", no_element},
+        {true, "B+C+(A-", unbalanced},
+        {true, "C", beyond},
+        {true, "C+(A-B)", beyond},
+        {false, "f0=B0", unexpected("F")},
+        {false, " F0=B0", unexpected("F")},
+        {false, "F0=F0=B0", unexpected("F")},
+        {false, "( F0=B0)", unexpected("F")},
+        {false, "!B0", unexpected("!")},
+        {false, "A", unexpected("A")},
+        {false, "B0+x", unexpected("X")},
+        {false, "B0+(x)", unexpected("X")},
+        {false, "B123", unexpected("3")},
+        {false, "", blank},
+        {false, "   ", blank},
+        {false, "F0=", blank},
+        {false, "B0+", blank},
+        {false, "+B0", blank},
+        {false, "~", blank},
+        {false, "(F0=)", blank},
+        {false, "(B0", unbalanced},
+        {false, ")B0(", no_element},
+        {false, "B", bare},
+        {false, "BX", bare},
+        {false, "B2", beyond},
+    };
+    for (const auto& each : cases) {
+        BOOL_TRUTH_TABLE table;
+        table.set_value_from_hex_string(3, "5A");
+        read(table, each.external, 2, each.text);
+        EXPECT_EQ(host_recorder::take_statuses(), strings{each.message}) << each.text;
+        EXPECT_EQ(table.width, 3);
+        EXPECT_EQ(table.value.get_hex_string(), "5A");
+    }
+}
+
+/// Short texts at random: all that the definition does to them, the readers do, too.
+TEST(EquationReader, AgreesWithItsDefinition)
+{
+    constexpr unsigned seed = 20261122;
+    std::mt19937 random(seed);
+    const std::string alphabets[] = {"AaBbCDG()()!~+* 01$\t",       "AB()!+*",   "A()+!0 ",
+                                     "B0B1B2B35()()~@+*  b$1\tF0=", "B01()~@+*", "(F0=)B1f"};
+    for (int round = 0; round < 400000; ++round) {
+        const std::size_t kind = random() % 6;
+        const bool external = kind < 3;
+        const int width = static_cast<int>(random() % 6) + 1;
+        std::string text;
+        for (std::size_t length = random() % 16; length-- > 0;) {
+            text += alphabets[kind][random() % alphabets[kind].size()];
+        }
+        BOOL_TRUTH_TABLE table;
+        read(table, external, width, text);
+        const strings messages = host_recorder::take_statuses();
+        try {
+            const std::uint64_t column = literal_reader{external, width}.read(text);
+            ASSERT_EQ(messages, strings()) << "seed " << seed << ": " << text;
+            std::uint64_t words = table.value.words[0];
+            words |= width == 6 ? std::uint64_t{table.value.words[1]} << 32 : 0;
+            ASSERT_EQ(words, column) << "seed " << seed << ", width " << width << ": " << text;
+            ASSERT_EQ(table.value.bit_count, 1 << width);
+        } catch (const std::string& message) {
+            ASSERT_EQ(messages, strings{message}) << "seed " << seed << ": " << text;
+        }
+    }
+}
+
+} // namespace
