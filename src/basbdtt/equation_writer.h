@@ -127,7 +127,7 @@ class equation_writer {
 public:
     std::string write(const BOOL_TRUTH_TABLE& table, bool top_level)
     {
-        const int width = table.width;
+        const int width = table.get_width();
         const std::vector<std::uint32_t>& words = table.value.words;
         if (width == 1) {
             const register_view view{words.empty() ? 0 : words[0] & 3U, 1};

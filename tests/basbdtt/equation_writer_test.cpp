@@ -26,7 +26,7 @@ BOOL_TRUTH_TABLE table_of(int width, const std::vector<std::uint32_t>& words)
 /// The external equation by its definition, on cofactor tables.
 std::string literal_external(const BOOL_TRUTH_TABLE& table, bool top_level)
 {
-    const int n = table.width;
+    const int n = table.get_width();
     if (n == 1) {
         const char* const texts[] = {"0 ", "!A ", "A ", ""};
         return texts[table.value.words[0] & 3U];
@@ -63,7 +63,7 @@ std::string literal_external(const BOOL_TRUTH_TABLE& table, bool top_level)
 /// The internal equation by its definition, without the prefix.
 std::string literal_internal(const BOOL_TRUTH_TABLE& table, bool top_level)
 {
-    const int n = table.width;
+    const int n = table.get_width();
     if (n == 1) {
         const char* const texts[] = {"0", "~B0", "B0", top_level ? "1" : ""};
         return texts[table.value.words[0] & 3U];
