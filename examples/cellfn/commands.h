@@ -1,0 +1,23 @@
+/// @file
+/// @brief The commands of the program. Each returns the exit status.
+#pragma once
+
+#include "matcher.h"
+
+#include <string>
+
+namespace cellfn {
+
+constexpr int exit_success = 0;
+constexpr int exit_failure = 1; ///< no match, a diagnostic or a disagreement
+constexpr int exit_usage = 2;
+
+/// Lists every cell of a library and checks that all its texts agree.
+int list(const std::string& file, bool tsv);
+
+/// Tells which cells of a library implement a function, and how.
+/// @param width  the number of inputs of `function`, 0 to find it
+int match(const std::string& file, const std::string& function, int width, match_options options,
+          bool tsv);
+
+} // namespace cellfn

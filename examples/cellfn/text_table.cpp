@@ -1,0 +1,86 @@
+#include "text_table.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <numeric>
+
+namespace cellfn {
+
+namespace {
+
+constexpr std::size_t gap = 2;
+constexpr std::size_t narrowest = 12; ///< a column is not cut below this, even on a small terminal
+constexpr std::size_t default_line = 160;
+
+/// The largest cut at which all columns still fit on a line.
+std::size_t cut_for(const std::vector<std::size_t>& widths, std::size_t line_width)
+{
+    std::size_t cut = *std::max_element(widths.begin(), widths.end());
+    const auto line_at = [&](std::size_t limit) {
+        return std::accumulate(
+            widths.begin(), widths.end(), std::size_t{0},
+            [&](std::size_t sum, std::size_t width) { return sum + std::min(width, limit) + gap; });
+    };
+    cut = std::min(cut, line_width);
+    while (cut > narrowest && line_at(cut) > line_width + gap) {
+        --cut;
+    }
+    return cut;
+}
+
+/// An empty text must be seen between its neighbours.
+std::string visible(const std::string& text) { return text.empty() ? "\"\"" : text; }
+
+} // namespace
+
+std::string elide(const std::string& text, std::size_t limit)
+{
+    constexpr std::size_t dots = 3;
+    if (text.size() <= limit) {
+        return text;
+    }
+    const std::size_t head = (limit - dots + 1) / 2;
+    const std::size_t tail = limit - dots - head;
+    return text.substr(0, head) + "..." + text.substr(text.size() - tail);
+}
+
+std::size_t output_width()
+{
+    winsize size{};
+    const bool is_known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return is_known ? size.ws_col : default_line;
+}
+
+void text_table::print_tsv(std::ostream& out) const
+{
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            out << (i == 0 ? "" : "\t") << row[i];
+        }
+        out << '\n';
+    }
+}
+
+void text_table::print_aligned(std::ostream& out, std::size_t line_width) const
+{
+    std::vector<std::size_t> widths(rows.front().size());
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            widths[i] = std::max(widths[i], visible(row[i]).size());
+        }
+    }
+    const std::size_t cut = cut_for(widths, line_width);
+    for (const auto& row : rows) {
+        std::string line;
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const std::string text = elide(visible(row[i]), cut);
+            line += text + std::string(std::min(widths[i], cut) - text.size() + gap, ' ');
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        out << line << '\n';
+    }
+}
+
+} // namespace cellfn
