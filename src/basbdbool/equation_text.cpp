@@ -27,34 +27,35 @@ public:
     {
         *cur = '\0';
         if (length() + room_for_a_node >= eqnbuffersize) {
-            grow(2 * eqnbuffersize);
+            grow();
         }
     }
 
-    void put(char character) { put(&character, 1); }
-
-    void put(const char* text, std::size_t size)
+    void put(char character)
     {
-        if (length() + size >= eqnbuffersize) {
-            std::size_t capacity = 2 * eqnbuffersize;
-            while (length() + size >= capacity) {
-                capacity *= 2;
-            }
-            grow(capacity);
+        if (length() + 1 >= eqnbuffersize) {
+            grow();
         }
-        cur = std::copy_n(text, size, cur);
+        *cur++ = character;
+    }
+
+    void put(const char* text)
+    {
+        for (; *text != '\0'; ++text) {
+            put(*text);
+        }
     }
 
 private:
     std::size_t length() const { return static_cast<std::size_t>(cur - start); }
 
-    void grow(std::size_t capacity)
+    [[gnu::noinline]] void grow()
     {
-        char* const larger = new char[capacity];
+        char* const larger = new char[2 * eqnbuffersize];
         cur = std::copy(start, cur, larger);
         delete[] start;
         start = larger;
-        eqnbuffersize = capacity;
+        eqnbuffersize *= 2;
     }
 
     char*& start;
@@ -76,7 +77,7 @@ void write_leaf(TEXT& text, const BOOL_TNODE& leaf)
         report(REPORT::LEAF_WITHOUT_TEXT);
         return;
     }
-    text.put(name, std::strlen(name));
+    text.put(name);
 }
 
 void write_operator(TEXT& text, signed char op)
@@ -197,7 +198,7 @@ char* BOOL_FUNC::writeeqn()
     TEXT text(buffer.start, cur);
     if (root != nullptr) {
         if (rootcompl != 0) {
-            text.put("~(", 2);
+            text.put("~(");
         }
         WRITER(text, root).write();
         if (rootcompl != 0) {

@@ -13,7 +13,8 @@ namespace {
 
 unsigned short support_of(BOOL_TNODE* root)
 {
-    SUPPORT support;
+    TECHMAP_SIG* slots[support_limit] = {};
+    SIGNAL_LIST support(slots);
     support.enter_all(root);
     return support.size();
 }
@@ -60,7 +61,8 @@ void fix_signal(BOOL_FUNC& function, const TECHMAP_SIG* sig, BOOL_OP op, REPORT 
         report(without_root);
         return;
     }
-    SUPPORT support;
+    TECHMAP_SIG* slots[support_limit] = {};
+    SIGNAL_LIST support(slots);
     visit_leaves(function.root, [&](BOOL_TNODE& leaf) {
         fix_leaf(leaf, sig, op);
         support.enter(leaf);
@@ -128,14 +130,13 @@ void BOOL_FUNC::addsigtofunc(TECHMAP_SIG* sig, unsigned char iscompl)
     }
     // The search for the signal passes the place where the new leaf goes.
     BOOL_TNODE* node = root;
-    bool is_known = false;
-    for (;; node = node->right) {
-        is_known = is_known || (node->left != nullptr && is_in_support(node->left, sig));
-        if (ends_spine(*node)) {
-            break;
+    bool is_known = is_in_operand(node->left, sig);
+    for (; !ends_spine(*node); node = node->right) {
+        if (is_in_operand(node->right->left, sig)) {
+            is_known = true;
         }
     }
-    is_known = is_known || (node->right != nullptr && is_in_support(node->right, sig));
+    is_known = is_known || is_in_operand(node->right, sig);
     append_leaf(node, sig, iscompl);
     if (!is_known) {
         ++nsuppt;
@@ -184,7 +185,8 @@ unsigned short BOOL_FUNC::countsupptunion(BOOL_FUNC* other)
     if (root == nullptr) {
         return 0;
     }
-    SUPPORT support;
+    TECHMAP_SIG* slots[support_limit] = {};
+    SIGNAL_LIST support(slots);
     support.enter_all(root);
     if (other != nullptr && other->root != nullptr) {
         support.enter_all(other->root);

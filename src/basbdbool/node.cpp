@@ -87,18 +87,18 @@ private:
         }
     }
 
-    /// A copy of `src` itself; an operator's children follow later.
+    /// A copy of the leaf `src`; for an operator, a node that waits to be filled.
     BOOL_TNODE* begin(BOOL_TNODE* src)
     {
-        auto* node = ::new (pool.getnewptr())
-            BOOL_TNODE(src->op, src->left, src->lcompl, nullptr, src->rcompl);
-        node->usage = src->usage;
+        void* const block = pool.getnewptr();
         if (!basbd_is_leaf(*src)) {
-            node->left = src;
-            node->right = unfinished;
-            unfinished = node;
+            unfinished = ::new (block) BOOL_TNODE(BOOL_OP_AND, src, 0, unfinished, 0);
+            return unfinished;
         }
-        return node;
+        auto* leaf =
+            ::new (block) BOOL_TNODE(src->op, src->left, src->lcompl, nullptr, src->rcompl);
+        leaf->usage = src->usage;
+        return leaf;
     }
 
     BOOL_TNODE* root;

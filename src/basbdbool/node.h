@@ -16,8 +16,8 @@ inline bool is_operator(const BOOL_TNODE* node) { return node != nullptr && !bas
 /// Whether `node` is a leaf of `sig`, named or not. A constant stands for no signal, not even null.
 inline bool is_leaf_of(const BOOL_TNODE& node, const TECHMAP_SIG* sig)
 {
-    return node.op >= BOOL_OP_SIG && node.op <= BOOL_OP_LAST_NAMED &&
-           basbd_leaf_signal(node) == sig;
+    return basbd_leaf_signal(node) == sig && node.op >= BOOL_OP_SIG &&
+           node.op <= BOOL_OP_LAST_NAMED; // the rarer condition first
 }
 
 inline void toggle(unsigned char& flag) { flag ^= 1U; }

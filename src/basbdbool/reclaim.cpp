@@ -2,6 +2,8 @@
 #include "tree_path.h"
 #include "ut_fastmem.h"
 
+#include <utility>
+
 namespace {
 
 /// Set in `lcompl` of the operators that a walk has been to; never outside of such a walk.
@@ -66,34 +68,38 @@ void free_tree(BOOL_TNODE* root) noexcept
     // for another path may lead to it.
     BOOL_TNODE* unfinished = nullptr;
     BOOL_TNODE* finished = nullptr;
+    const auto is_found_first = [](BOOL_TNODE* node) {
+        return std::exchange(node->lcompl, been_here) != been_here;
+    };
     const auto finish = [&](BOOL_TNODE* node) {
         node->left = finished;
         finished = node;
     };
     for (BOOL_TNODE* node = root; node != nullptr;) {
-        if (node->lcompl != been_here) {
-            BOOL_TNODE* const left = basbd_is_leaf(*node) ? nullptr : node->left;
-            BOOL_TNODE* const right = node->right;
-            node->lcompl = been_here;
-            if (left != nullptr && right != nullptr) {
+        BOOL_TNODE* next = nullptr;
+        if (is_found_first(node)) {
+            BOOL_TNODE* left = basbd_is_leaf(*node) ? nullptr : node->left;
+            if (left != nullptr && basbd_is_leaf(*left)) {
+                if (is_found_first(left)) {
+                    finish(left);
+                }
+                left = nullptr;
+            }
+            next = left != nullptr ? left : node->right;
+            if (left != nullptr && node->right != nullptr) {
                 node->left = unfinished;
                 unfinished = node;
-                node = left;
-                continue;
-            }
-            finish(node);
-            if (left != nullptr || right != nullptr) {
-                node = left != nullptr ? left : right;
-                continue;
+            } else {
+                finish(node);
             }
         }
-        node = nullptr;
-        if (unfinished != nullptr) {
+        if (next == nullptr && unfinished != nullptr) {
             BOOL_TNODE* const parent = unfinished;
             unfinished = parent->left;
-            node = parent->right;
+            next = parent->right;
             finish(parent);
         }
+        node = next;
     }
     while (finished != nullptr) {
         BOOL_TNODE* const next = finished->left;

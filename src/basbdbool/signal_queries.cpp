@@ -2,12 +2,12 @@
 
 #include "names.h"
 
-bool is_in_support(BOOL_TNODE* start, const TECHMAP_SIG* sig)
+bool is_in_tree(BOOL_TNODE* root, const TECHMAP_SIG* sig)
 {
-    return any_leaf(start, [sig](const BOOL_TNODE& leaf) { return is_leaf_of(leaf, sig); });
+    return any_leaf(root, [sig](const BOOL_TNODE& leaf) { return is_leaf_of(leaf, sig); });
 }
 
-bool BOOL_TNODE::issiginsuppt(TECHMAP_SIG* sig) { return is_in_support(this, sig); }
+bool BOOL_TNODE::issiginsuppt(TECHMAP_SIG* sig) { return is_in_tree(this, sig); }
 
 bool BOOL_TNODE::issigcompl(TECHMAP_SIG* sig)
 {
@@ -46,10 +46,7 @@ BOOL_VARNAME BOOL_TNODE::getsigvname(TECHMAP_SIG* sig)
     return name;
 }
 
-void BOOL_TNODE::listsigs(TECHMAP_SIG** list)
-{
-    visit_leaves(this, [list](const BOOL_TNODE& leaf) { enter_signal(list, leaf); });
-}
+void BOOL_TNODE::listsigs(TECHMAP_SIG** list) { SIGNAL_LIST(list).enter_all(this); }
 
 unsigned int BOOL_TNODE::countleaves()
 {

@@ -5,40 +5,64 @@
 #include "node.h"
 #include "tree_path.h"
 
+#include <algorithm>
+#include <cstdint>
+
 /// Slots of a signal list.
 constexpr unsigned short support_limit = 20;
 
-/// Enters a leaf's signal into a list, unless it is there already or the list is full.
-inline void enter_signal(TECHMAP_SIG** list, const BOOL_TNODE& leaf)
-{
-    TECHMAP_SIG* const sig = basbd_leaf_signal(leaf); // a constant's null changes nothing
-    for (unsigned short i = 0; i < support_limit; ++i) {
-        if (list[i] == nullptr || list[i] == sig) {
-            list[i] = sig;
-            return;
+/// @brief The distinct signals of one or more trees, in the order in which they are first met.
+///
+/// At most 20 are told apart. The slots behind the last signal are null.
+class SIGNAL_LIST {
+public:
+    /// Goes on with the signals that are in `slots` already.
+    explicit SIGNAL_LIST(TECHMAP_SIG** slots) : list(slots)
+    {
+        while (count < support_limit && list[count] != nullptr) {
+            filter |= filter_bit(list[count++]);
         }
     }
-}
 
-/// The distinct signals of one or more trees; at most 20 are told apart.
-class SUPPORT {
-public:
-    void enter(const BOOL_TNODE& leaf) { enter_signal(list, leaf); }
+    /// Enters a leaf's signal, unless it is there already or the list is full.
+    void enter(const BOOL_TNODE& leaf)
+    {
+        TECHMAP_SIG* const sig = basbd_leaf_signal(leaf);
+        if (sig == nullptr || count == support_limit) {
+            return;
+        }
+        const std::uint64_t bit = filter_bit(sig);
+        if ((filter & bit) == 0 || std::find(list, list + count, sig) == list + count) {
+            filter |= bit;
+            list[count++] = sig;
+        }
+    }
+
     void enter_all(BOOL_TNODE* root)
     {
         visit_leaves(root, [this](const BOOL_TNODE& leaf) { enter(leaf); });
     }
-    unsigned short size() const
-    {
-        unsigned short count = 0;
-        while (count < support_limit && list[count] != nullptr) {
-            ++count;
-        }
-        return count;
-    }
+
+    unsigned short size() const { return count; }
 
 private:
-    TECHMAP_SIG* list[support_limit] = {};
+    /// One of 64 bits for each signal (Fibonacci hashing).
+    static std::uint64_t filter_bit(const TECHMAP_SIG* sig)
+    {
+        constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15;
+        return std::uint64_t{1} << (reinterpret_cast<std::uintptr_t>(sig) * golden_ratio >> 58U);
+    }
+
+    TECHMAP_SIG** list;
+    unsigned short count = 0;
+    std::uint64_t filter = 0; ///< a signal whose bit is clear is not in the list
 };
 
-bool is_in_support(BOOL_TNODE* start, const TECHMAP_SIG* sig);
+bool is_in_tree(BOOL_TNODE* root, const TECHMAP_SIG* sig);
+
+/// Whether some leaf of the tree below a node's child, which may be missing, holds `sig`.
+inline bool is_in_operand(BOOL_TNODE* child, const TECHMAP_SIG* sig)
+{
+    return is_operator(child) ? is_in_tree(child, sig)
+                              : child != nullptr && is_leaf_of(*child, sig);
+}
