@@ -8,11 +8,16 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <type_traits>
 
 namespace basbdtt {
 
 /// Inputs 0 to 4 select a bit inside a word, the others a word of the column.
 constexpr int word_inputs = 5;
+
+/// Inputs 0 to 5 select a bit inside a pair of words.
+constexpr int pair_inputs = 6;
 
 /// Words of a column of 2^width bits; a column of width 0 takes one.
 constexpr std::size_t words_for_width(int width)
@@ -23,39 +28,163 @@ constexpr std::size_t words_for_width(int width)
 /// Words from one value of an input to the other; for inputs that select a word.
 constexpr std::size_t block_words(int input) { return std::size_t{1} << (input - word_inputs); }
 
-/// The meaningful bits of the last word of a column.
+/// The meaningful bits of the column's first pair of words.
+constexpr std::uint64_t first_pair_mask(int width)
+{
+    return width >= pair_inputs ? ~std::uint64_t{0} : (std::uint64_t{1} << (1 << width)) - 1;
+}
+
+/// The meaningful bits of the column's last word.
 constexpr std::uint32_t last_word_mask(int width)
 {
-    return width >= word_inputs ? ~std::uint32_t{0} : (std::uint32_t{1} << (1 << width)) - 1;
+    return static_cast<std::uint32_t>(first_pair_mask(width));
+}
+
+/// Inputs that select a bit inside a `Word`.
+template <typename Word>
+constexpr std::size_t inputs_inside()
+{
+    std::size_t inputs = 0;
+    while ((std::size_t{1} << inputs) < sizeof(Word) * 8) {
+        ++inputs;
+    }
+    return inputs;
 }
 
 /// The masks of `projection_mask`, one for each input inside a `Word`.
-template <typename Word, std::size_t inputs>
-constexpr std::array<Word, inputs> make_projection_masks()
+template <typename Word>
+constexpr auto make_projection_masks()
 {
-    std::array<Word, inputs> masks{};
-    for (std::size_t input = 0; input < inputs; ++input) {
+    std::array<Word, inputs_inside<Word>()> masks{};
+    for (std::size_t input = 0; input < masks.size(); ++input) {
         for (unsigned bit = 0; bit < sizeof(Word) * 8; ++bit) {
-            masks[input] |= static_cast<Word>(Word{(bit >> input) & 1U} << bit);
+            masks[input] = static_cast<Word>(masks[input] | (Word{(bit >> input) % 2 != 0} << bit));
         }
     }
     return masks;
 }
 
 /// The column of each input inside a word: bit x is set where bit `input` of x is.
-constexpr auto projection_mask = make_projection_masks<std::uint32_t, word_inputs>();
+constexpr auto projection_mask = make_projection_masks<std::uint32_t>();
 
 /// The same for a pair of words, the lower one in the low half.
-constexpr auto pair_projection_mask = make_projection_masks<std::uint64_t, word_inputs + 1>();
+constexpr auto pair_projection_mask = make_projection_masks<std::uint64_t>();
 
 static_assert(projection_mask[0] == 0xAAAAAAAAU && projection_mask[4] == 0xFFFF0000U);
 
 /// Exchanges the bits under `mask` with those `shift` places above them (Knuth, TAOCP 4A, 7.1.3).
-template <typename Word>
-constexpr Word delta_swap(Word word, Word mask, int shift)
+template <typename Word, typename Mask>
+constexpr void delta_swap(Word& word, Mask mask, int shift)
 {
     const Word difference = ((word >> shift) ^ word) & mask;
-    return word ^ difference ^ (difference << shift);
+    word ^= difference ^ (difference << shift);
+}
+
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "a pair of words is read at once");
+
+/// Two words at once, the first in the low half.
+inline std::uint64_t load_pair(const std::uint32_t* words)
+{
+    std::uint64_t pair = 0;
+    std::memcpy(&pair, words, sizeof pair);
+    return pair;
+}
+
+inline void store_pair(std::uint32_t* words, std::uint64_t pair)
+{
+    std::memcpy(words, &pair, sizeof pair);
+}
+
+/// The whole column of a narrow table: at most one pair.
+inline std::uint64_t load_narrow(const std::uint32_t* words, int width)
+{
+    return width <= word_inputs ? words[0] : load_pair(words);
+}
+
+inline void store_narrow(std::uint32_t* words, int width, std::uint64_t column)
+{
+    if (width <= word_inputs) {
+        words[0] = static_cast<std::uint32_t>(column);
+    } else {
+        store_pair(words, column);
+    }
+}
+
+/// @brief One to four pairs that are moved and combined as one, so that blocks of a few words cost
+/// no loop of their own. The compiler maps an operation on a group to the registers it has.
+template <std::size_t words>
+struct word_group {
+    using type [[gnu::vector_size(words * sizeof(std::uint32_t))]] = std::uint64_t;
+};
+
+template <>
+struct word_group<2> {
+    using type = std::uint64_t;
+};
+
+template <typename Group>
+void load_group(Group& group, const std::uint32_t* words)
+{
+    std::memcpy(&group, words, sizeof group);
+}
+
+template <typename Group>
+void store_group(std::uint32_t* words, const Group& group)
+{
+    std::memcpy(words, &group, sizeof group);
+}
+
+/// @brief Calls `action` with a value of the largest group whose words divide `block`.
+/// @param block  a power of two from 2
+template <typename Action>
+void with_group(std::size_t block, Action action)
+{
+    if (block == 2) {
+        action(word_group<2>());
+    } else if (block == 4) {
+        action(word_group<4>());
+    } else {
+        action(word_group<8>());
+    }
+}
+
+/// The words of a group.
+template <typename Group>
+constexpr std::size_t group_words = sizeof(Group) / sizeof(std::uint32_t);
+
+/// Calls `action` with an input inside a pair as a constant: shifts by constants are the cheap
+/// ones.
+template <typename Action>
+void with_pair_input(int input, Action action)
+{
+    switch (input) {
+    case 0:
+        return action(std::integral_constant<int, 0>());
+    case 1:
+        return action(std::integral_constant<int, 1>());
+    case 2:
+        return action(std::integral_constant<int, 2>());
+    case 3:
+        return action(std::integral_constant<int, 3>());
+    case 4:
+        return action(std::integral_constant<int, 4>());
+    default:
+        return action(std::integral_constant<int, 5>());
+    }
+}
+
+/// Exchanges two blocks that are whole groups.
+template <typename Group>
+void swap_blocks(std::uint32_t* first, std::uint32_t* second, std::size_t length)
+{
+    for (std::size_t i = 0; i < length; i += group_words<Group>) {
+        Group from_first;
+        Group from_second;
+        load_group(from_first, first + i);
+        load_group(from_second, second + i);
+        store_group(first + i, from_second);
+        store_group(second + i, from_first);
+    }
 }
 
 /// Stops as the column's constructor does when no column of `width` inputs exists.
@@ -73,8 +202,13 @@ inline void require_column_width(int width)
 inline void make_canonical(TRUTH_TABLE_VAL& value, int width)
 {
     require_column_width(width);
-    value.words.resize(words_for_width(width));
-    value.words.back() &= last_word_mask(width);
+    const std::size_t size = words_for_width(width);
+    if (value.words.size() != size) {
+        value.words.resize(size);
+    }
+    if (width < word_inputs) {
+        value.words[0] &= last_word_mask(width);
+    }
     value.bit_count = std::int32_t{1} << width;
 }
 

@@ -1,26 +1,59 @@
 // The complement of one input: both halves of the column that the input selects change places.
 #include "column_words.h"
+#include "function_clones.h"
 
-#include <algorithm>
+namespace {
 
 using namespace basbdtt;
+
+/// Complements an input inside a pair.
+template <typename Group>
+void invert(Group& group, std::uint64_t mask, int shift)
+{
+    group = ((group & mask) >> shift) | ((group << shift) & mask);
+}
+
+BASBDTT_CLONES void invert_in_pairs(std::uint32_t* words, std::size_t size, int input)
+{
+    with_group(size, [=](auto kind) {
+        with_pair_input(input, [=](auto constant) {
+            typename decltype(kind)::type group;
+            for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
+                load_group(group, words + i);
+                invert(group, pair_projection_mask[constant], 1 << constant);
+                store_group(words + i, group);
+            }
+        });
+    });
+}
+
+/// The input selects a block of at least a pair.
+BASBDTT_CLONES void swap_neighbours(std::uint32_t* words, std::size_t size, std::size_t block)
+{
+    with_group(block, [=](auto group) {
+        for (std::uint32_t* low = words; low != words + size; low += 2 * block) {
+            swap_blocks<typename decltype(group)::type>(low, low + block, block);
+        }
+    });
+}
+
+} // namespace
 
 void BOOL_TRUTH_TABLE::invert_input(int input)
 {
     basbd_require(input >= 0 && input < get_width(), "input>=0 && input<get_width()",
                   __PRETTY_FUNCTION__);
     make_canonical(value, width);
-    std::vector<std::uint32_t>& words = value.words;
-    if (input < word_inputs) {
-        const std::uint32_t mask = projection_mask[static_cast<std::size_t>(input)];
-        const int shift = 1 << input;
-        for (std::uint32_t& word : words) {
-            word = ((word & mask) >> shift) | ((word << shift) & mask);
-        }
+    std::uint32_t* const words = value.words.data();
+    if (input >= pair_inputs) {
+        swap_neighbours(words, value.words.size(), block_words(input));
         return;
     }
-    const auto block = static_cast<std::ptrdiff_t>(block_words(input));
-    for (auto low = words.begin(); low != words.end(); low += 2 * block) {
-        std::swap_ranges(low, low + block, low + block);
+    if (width > pair_inputs) {
+        invert_in_pairs(words, value.words.size(), input);
+        return;
     }
+    std::uint64_t column = load_narrow(words, width);
+    invert(column, pair_projection_mask[static_cast<std::size_t>(input)], 1 << input);
+    store_narrow(words, width, column);
 }

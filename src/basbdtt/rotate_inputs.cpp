@@ -1,5 +1,6 @@
 // The exchange of two inputs and the permutation of all.
 #include "column_words.h"
+#include "function_clones.h"
 
 #include <algorithm>
 #include <utility>
@@ -7,42 +8,340 @@
 namespace {
 
 using namespace basbdtt;
-using words = std::vector<std::uint32_t>;
 
-/// Exchanges two inputs of a canonical column; low < high.
-void exchange(words& column, int low, int high)
+/// One entry for each input, or for each input that selects a pair.
+using input_list = std::array<int, BASBDTT_MAX_WIDTH>;
+
+constexpr std::size_t index(int input) { return static_cast<std::size_t>(input); }
+
+/// The exchange of two inputs inside a pair.
+struct pair_exchange {
+    std::uint64_t mask;
+    int shift;
+};
+
+/// low < high < pair_inputs
+constexpr pair_exchange exchange_in_pair(int low, int high)
 {
-    if (high < word_inputs) {
-        const std::uint32_t mask = projection_mask[static_cast<std::size_t>(low)] &
-                                   ~projection_mask[static_cast<std::size_t>(high)];
-        const int shift = (1 << high) - (1 << low);
-        for (std::uint32_t& word : column) {
-            word = delta_swap(word, mask, shift);
+    return {pair_projection_mask[index(low)] & ~pair_projection_mask[index(high)],
+            (1 << high) - (1 << low)};
+}
+
+/// low < high < pair_inputs
+BASBDTT_CLONES void exchange_in_pairs(std::uint32_t* words, std::size_t size, int low, int high)
+{
+    with_group(size, [=](auto kind) {
+        with_pair_input(low, [=](auto constant_low) {
+            with_pair_input(high, [=](auto constant_high) {
+                if constexpr (constant_low < constant_high) {
+                    constexpr pair_exchange inputs = exchange_in_pair(constant_low, constant_high);
+                    typename decltype(kind)::type group;
+                    for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
+                        load_group(group, words + i);
+                        delta_swap(group, inputs.mask, inputs.shift);
+                        store_group(words + i, group);
+                    }
+                }
+            });
+        });
+    });
+}
+
+/// Exchanges two inputs that both select a block of at least a pair; low_block < high_block.
+BASBDTT_CLONES void exchange_blocks(std::uint32_t* words, std::size_t size, std::size_t low_block,
+                                    std::size_t high_block)
+{
+    with_group(low_block, [=](auto group) {
+        for (std::size_t start = 0; start < size; start += 2 * high_block) {
+            for (std::size_t i = low_block; i < high_block; i += 2 * low_block) {
+                std::uint32_t* const first = words + start + i;
+                swap_blocks<typename decltype(group)::type>(first, first + high_block - low_block,
+                                                            low_block);
+            }
         }
-        return;
+    });
+}
+
+/// The exchange of an input inside a pair with one that selects a block.
+struct crossing {
+    crossing() = default;
+    crossing(int inside, int outside)
+        : low(inside), high(outside), mask(~pair_projection_mask[index(inside)]),
+          shift(1 << inside), block(block_words(outside))
+    {
     }
-    const std::size_t high_block = block_words(high);
-    for (std::size_t start = 0; start < column.size(); start += 2 * high_block) {
-        if (low < word_inputs) {
-            const std::uint32_t mask = ~projection_mask[static_cast<std::size_t>(low)];
-            const int shift = 1 << low;
-            for (std::size_t i = start; i < start + high_block; ++i) {
-                const std::uint32_t difference =
-                    ((column[i] >> shift) ^ column[i + high_block]) & mask;
-                column[i + high_block] ^= difference;
-                column[i] ^= difference << shift;
+    int low;
+    int high;
+    std::uint64_t mask; ///< where the input inside the pair is 0
+    int shift;
+    std::size_t block;
+};
+
+/// Exchanges the bits of `low` where the input inside is 1 with those of `high` where it is 0.
+template <typename Group>
+void cross(Group& low, Group& high, std::uint64_t mask, int shift)
+{
+    const Group difference = ((low >> shift) ^ high) & mask;
+    high ^= difference;
+    low ^= difference << shift;
+}
+
+/// low < pair_inputs <= high
+BASBDTT_CLONES void cross_one(std::uint32_t* words, std::size_t size, int low, int high)
+{
+    const std::size_t block = block_words(high);
+    with_group(block, [=](auto kind) {
+        with_pair_input(low, [=](auto constant_low) {
+            using Group = typename decltype(kind)::type;
+            for (std::size_t start = 0; start < size; start += 2 * block) {
+                for (std::size_t i = start; i < start + block; i += group_words<Group>) {
+                    Group lower;
+                    Group upper;
+                    load_group(lower, words + i);
+                    load_group(upper, words + i + block);
+                    cross(lower, upper, ~pair_projection_mask[constant_low], 1 << constant_low);
+                    store_group(words + i, lower);
+                    store_group(words + i + block, upper);
+                }
             }
-        } else {
-            const std::size_t low_block = block_words(low);
-            for (std::size_t i = start + low_block; i < start + high_block; i += 2 * low_block) {
-                const auto first = column.begin() + static_cast<std::ptrdiff_t>(i);
-                const auto length = static_cast<std::ptrdiff_t>(low_block);
-                std::swap_ranges(first, first + length,
-                                 first + static_cast<std::ptrdiff_t>(high_block - low_block));
+        });
+    });
+}
+
+/// Two crossings of four groups that lie `near` and `far` blocks apart.
+template <typename Group>
+void cross_square(std::uint32_t* words, const crossing& near, const crossing& far)
+{
+    Group low0;
+    Group low1;
+    Group high0;
+    Group high1;
+    load_group(low0, words);
+    load_group(low1, words + near.block);
+    load_group(high0, words + far.block);
+    load_group(high1, words + far.block + near.block);
+    cross(low0, low1, near.mask, near.shift);
+    cross(high0, high1, near.mask, near.shift);
+    cross(low0, high0, far.mask, far.shift);
+    cross(low1, high1, far.mask, far.shift);
+    store_group(words, low0);
+    store_group(words + near.block, low1);
+    store_group(words + far.block, high0);
+    store_group(words + far.block + near.block, high1);
+}
+
+/// Two crossings in one pass over the column; near.block < far.block.
+BASBDTT_CLONES void cross_two(std::uint32_t* words, std::size_t size, crossing near, crossing far)
+{
+    with_group(near.block, [=](auto group) {
+        using Group = typename decltype(group)::type;
+        for (std::size_t outer = 0; outer < size; outer += 2 * far.block) {
+            for (std::size_t start = outer; start < outer + far.block; start += 2 * near.block) {
+                for (std::size_t i = start; i < start + near.block; i += group_words<Group>) {
+                    cross_square<Group>(words + i, near, far);
+                }
             }
         }
+    });
+}
+
+/// The exchanges inside a pair that together make one permutation.
+class pair_permutation {
+public:
+    /// @param target  for each input inside a pair the place inside a pair that it goes to
+    explicit pair_permutation(std::array<int, pair_inputs> target)
+    {
+        for (int i = 0; i < pair_inputs; ++i) {
+            while (target[index(i)] != i) {
+                const int there = target[index(i)];
+                exchanges[count++] = exchange_in_pair(std::min(i, there), std::max(i, there));
+                std::swap(target[index(i)], target[index(there)]);
+            }
+        }
+    }
+
+    std::uint64_t apply(std::uint64_t pair) const
+    {
+        for (std::size_t i = 0; i < count; ++i) {
+            delta_swap(pair, exchanges[i].mask, exchanges[i].shift);
+        }
+        return pair;
+    }
+
+    void apply(std::uint32_t* words, std::size_t size) const;
+
+private:
+    std::array<pair_exchange, pair_inputs - 1> exchanges{};
+    std::size_t count = 0;
+};
+
+/// A fixed number of exchanges in one pass, so that all masks stay in registers.
+template <std::size_t count>
+inline void exchange_fused(std::uint32_t* words, std::size_t size, const pair_exchange* exchanges)
+{
+    std::array<pair_exchange, count> local{};
+    std::copy_n(exchanges, count, local.begin());
+    for (std::size_t i = 0; i < size; i += 2) {
+        std::uint64_t pair = load_pair(words + i);
+        for (const pair_exchange& each : local) {
+            delta_swap(pair, each.mask, each.shift);
+        }
+        store_pair(words + i, pair);
     }
 }
+
+BASBDTT_CLONES void exchange_all(std::uint32_t* words, std::size_t size,
+                                 const pair_exchange* exchanges, std::size_t count)
+{
+    switch (count) {
+    case 0:
+        return;
+    case 1:
+        return exchange_fused<1>(words, size, exchanges);
+    case 2:
+        return exchange_fused<2>(words, size, exchanges);
+    case 3:
+        return exchange_fused<3>(words, size, exchanges);
+    case 4:
+        return exchange_fused<4>(words, size, exchanges);
+    default:
+        return exchange_fused<5>(words, size, exchanges);
+    }
+}
+
+void pair_permutation::apply(std::uint32_t* words, std::size_t size) const
+{
+    exchange_all(words, size, exchanges.data(), count);
+}
+
+/// @brief A count of binary digits that may have any weight and order.
+///
+/// Adding `step(c)` to a sum that starts at 0 walks through the values of the counter c + 1.
+class weighted_counter {
+public:
+    void add_digit(std::size_t weight)
+    {
+        steps[digits++] = weight - sum;
+        sum += weight;
+    }
+    std::size_t step(std::size_t count) const
+    {
+        return steps[static_cast<std::size_t>(__builtin_ctzll(count + 1))];
+    }
+    std::size_t count() const { return std::size_t{1} << digits; }
+
+private:
+    std::array<std::size_t, BASBDTT_MAX_WIDTH + 1> steps{};
+    std::size_t digits = 0;
+    std::size_t sum = 0;
+};
+
+/// @brief Permutes the inputs that select a pair.
+///
+/// The innermost loop takes 16 neighbours of the result. The next loops take the neighbours that
+/// share a cache line of `source`, so that a line that was fetched is used up.
+/// @param origin  for each bit of a pair's index in the result its bit in `source`
+void gather_pairs(const std::uint32_t* source, std::uint32_t* result, int bits,
+                  const input_list& origin)
+{
+    constexpr int inner_bits = 4;
+    constexpr int line_bits = 3;
+    const int inner = std::min(bits, inner_bits);
+    std::array<std::size_t, std::size_t{1} << inner_bits> offsets{};
+    for (std::size_t i = 1; i < std::size_t{1} << inner; ++i) {
+        const int lowest = __builtin_ctzll(i);
+        offsets[i] = offsets[i & (i - 1)] + (std::size_t{2} << origin[index(lowest)]);
+    }
+    weighted_counter from;
+    weighted_counter to;
+    for (const bool in_line : {true, false}) {
+        for (int bit = inner; bit < bits; ++bit) {
+            if ((origin[index(bit)] < line_bits) == in_line) {
+                from.add_digit(std::size_t{2} << origin[index(bit)]);
+                to.add_digit(std::size_t{2} << bit);
+            }
+        }
+    }
+    for (std::size_t i = 0; i < to.count(); ++i) {
+        for (std::size_t k = 0; k < std::size_t{1} << inner; ++k) {
+            store_pair(result + 2 * k, load_pair(source + offsets[k]));
+        }
+        source += from.step(i);
+        result += to.step(i);
+    }
+}
+
+/// @brief A permutation of all inputs in three stages.
+///
+/// The inputs that stay inside the pair are permuted there, those that stay outside by moving whole
+/// pairs; the inputs that change sides are crossed last. Inside the pair, an input that leaves
+/// waits where its own chain of moves began, which takes the fewest exchanges.
+class staged_permutation {
+public:
+    /// @param perm  a permutation of 0 to width - 1; width > pair_inputs
+    staged_permutation(const int* perm, int width) : bits(width - pair_inputs)
+    {
+        input_list inverse{};
+        for (int i = 0; i < width; ++i) {
+            inverse[index(perm[i])] = i;
+        }
+        std::copy_n(perm, pair_inputs, inside.begin());
+        for (int i = pair_inputs; i < width; ++i) {
+            int before = inverse[index(i)];
+            if (before < pair_inputs) {
+                const int start = chain_start(before, inverse);
+                inside[index(before)] = start;
+                before = inverse[index(start)];
+                crossings[crossing_count++] = crossing(start, i);
+            }
+            origin[index(i - pair_inputs)] = before - pair_inputs;
+        }
+    }
+
+    void apply(std::vector<std::uint32_t>& column) const
+    {
+        const std::size_t size = column.size();
+        if (moves_pairs()) {
+            std::vector<std::uint32_t> result(size);
+            gather_pairs(column.data(), result.data(), bits, origin);
+            column.swap(result);
+        }
+        pair_permutation(inside).apply(column.data(), size);
+        std::size_t i = 0;
+        for (; i + 1 < crossing_count; i += 2) {
+            cross_two(column.data(), size, crossings[i], crossings[i + 1]);
+        }
+        if (i < crossing_count) {
+            cross_one(column.data(), size, crossings[i].low, crossings[i].high);
+        }
+    }
+
+private:
+    /// The first place on the chain of moves inside the pair that ends at `input`.
+    static int chain_start(int input, const input_list& inverse)
+    {
+        while (inverse[index(input)] < pair_inputs) {
+            input = inverse[index(input)];
+        }
+        return input;
+    }
+
+    bool moves_pairs() const
+    {
+        for (int i = 0; i < bits; ++i) {
+            if (origin[index(i)] != i) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    int bits;                              ///< inputs that select a pair
+    input_list origin{};                   ///< as `gather_pairs` takes it
+    std::array<int, pair_inputs> inside{}; ///< as `pair_permutation` takes it
+    std::array<crossing, pair_inputs> crossings;
+    std::size_t crossing_count = 0;
+};
 
 } // namespace
 
@@ -54,28 +353,42 @@ void BOOL_TRUTH_TABLE::rotate_inputs(int i0, int i1)
         return;
     }
     make_canonical(value, width);
-    exchange(value.words, std::min(i0, i1), std::max(i0, i1));
+    const int low = std::min(i0, i1);
+    const int high = std::max(i0, i1);
+    std::uint32_t* const words = value.words.data();
+    const std::size_t size = value.words.size();
+    if (low >= pair_inputs) {
+        exchange_blocks(words, size, block_words(low), block_words(high));
+    } else if (high >= pair_inputs) {
+        cross_one(words, size, low, high);
+    } else if (width > pair_inputs) {
+        exchange_in_pairs(words, size, low, high);
+    } else {
+        const auto [mask, shift] = exchange_in_pair(low, high);
+        std::uint64_t column = load_narrow(words, width);
+        delta_swap(column, mask, shift);
+        store_narrow(words, width, column);
+    }
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the signature is fixed
 void BOOL_TRUTH_TABLE::rotate_inputs(int* perm)
 {
     require_column_width(width);
     std::uint32_t seen = 0;
-    std::array<int, BASBDTT_MAX_WIDTH> target{};
     for (int i = 0; i < width; ++i) {
         basbd_require(perm[i] >= 0 && perm[i] < get_width() && (seen & (1U << perm[i])) == 0,
                       "perm[i]>=0 && perm[i]<get_width() && !(x & (1<<perm[i]))",
                       __PRETTY_FUNCTION__);
         seen |= 1U << perm[i];
-        target[static_cast<std::size_t>(i)] = perm[i];
     }
     make_canonical(value, width);
-    for (int i = 0; i < width; ++i) {
-        int& here = target[static_cast<std::size_t>(i)];
-        while (here != i) {
-            const int there = here;
-            exchange(value.words, std::min(i, there), std::max(i, there));
-            std::swap(here, target[static_cast<std::size_t>(there)]);
-        }
+    if (width > pair_inputs) {
+        staged_permutation(perm, width).apply(value.words);
+        return;
     }
+    std::array<int, pair_inputs> target{0, 1, 2, 3, 4, 5};
+    std::copy_n(perm, width, target.begin());
+    std::uint32_t* const words = value.words.data();
+    store_narrow(words, width, pair_permutation(target).apply(load_narrow(words, width)));
 }
