@@ -1,5 +1,6 @@
 // The two Shannon cofactors for an input.
 #include "column_words.h"
+#include "function_clones.h"
 
 #include <algorithm>
 
@@ -7,47 +8,151 @@ namespace {
 
 using namespace basbdtt;
 
-/// The low half of the result holds the bits of a pair of words for which `input` is 0, in order.
-constexpr std::uint64_t compacted(std::uint64_t pair, int input)
+using words = std::vector<std::uint32_t>;
+
+/// Words of the result that are made at a time, so that the result need not be cleared first.
+constexpr std::size_t buffer_words = 512;
+
+/// Columns up to this length are copied and then halved, which saves an allocation.
+constexpr std::size_t short_column_words = 64;
+
+/// @brief The entries of `lane` where `input` is 0, moved together into its low half.
+///
+/// The input selects a bit inside a lane, so a lane of the column makes half a lane of the result.
+template <int input, typename Lane>
+constexpr Lane compacted(Lane lane)
 {
-    pair &= ~pair_projection_mask[static_cast<std::size_t>(input)];
-    for (int i = input; i < word_inputs; ++i) {
-        pair = (pair | (pair >> (1 << i))) & ~pair_projection_mask[static_cast<std::size_t>(i) + 1];
+    constexpr auto masks = make_projection_masks<Lane>();
+    lane = static_cast<Lane>(lane & ~masks[input]);
+    for (std::size_t i = input; i + 1 < masks.size(); ++i) {
+        lane = static_cast<Lane>((lane | (lane >> (1U << i))) & ~masks[i + 1]);
     }
-    return pair;
+    return lane;
+}
+
+/// `size` words of the result from twice as many of the column.
+template <int input, bool high, typename Lane, typename Half>
+void compact_lanes(const std::uint32_t* column, std::uint32_t* result, std::size_t size)
+{
+    const auto* const source = reinterpret_cast<const unsigned char*>(column);
+    auto* const target = reinterpret_cast<unsigned char*>(result);
+    const std::size_t lanes = size * sizeof(std::uint32_t) / sizeof(Half);
+    for (std::size_t i = 0; i < lanes; ++i) {
+        Lane lane = 0;
+        std::memcpy(&lane, source + i * sizeof(Lane), sizeof(Lane));
+        lane = static_cast<Lane>(lane >> (high ? 1U << input : 0U));
+        const auto half = static_cast<Half>(compacted<input>(lane));
+        std::memcpy(target + i * sizeof(Half), &half, sizeof(Half));
+    }
+}
+
+/// For an input inside a pair. The narrowest lanes that hold both values make the fewest moves.
+template <bool high>
+void compact(const std::uint32_t* column, std::uint32_t* result, std::size_t size, int input)
+{
+    with_pair_input(input, [=](auto constant) {
+        if constexpr (constant < 4) {
+            compact_lanes<constant, high, std::uint16_t, std::uint8_t>(column, result, size);
+        } else if constexpr (constant == 4) {
+            compact_lanes<constant, high, std::uint32_t, std::uint16_t>(column, result, size);
+        } else {
+            compact_lanes<constant, high, std::uint64_t, std::uint32_t>(column, result, size);
+        }
+    });
+}
+
+/// For an input that selects a block of at least a pair.
+void select_blocks(const std::uint32_t* column, std::uint32_t* result, std::size_t size,
+                   std::size_t block)
+{
+    with_group(block, [=](auto kind) {
+        typename decltype(kind)::type group;
+        for (std::size_t start = 0; start < size; start += block) {
+            for (std::size_t i = start; i < start + block; i += group_words<decltype(group)>) {
+                load_group(group, column + start + i);
+                store_group(result + i, group);
+            }
+        }
+    });
+}
+
+/// `size` words of the cofactor from twice as many of the column.
+BASBDTT_CLONES void halve(const std::uint32_t* column, std::uint32_t* result, std::size_t size,
+                          int input, bool high)
+{
+    if (input >= pair_inputs) {
+        const std::size_t block = block_words(input);
+        select_blocks(high ? column + block : column, result, size, block);
+    } else if (high) {
+        compact<true>(column, result, size, input);
+    } else {
+        compact<false>(column, result, size, input);
+    }
+}
+
+words halved(const words& column, int input, bool high)
+{
+    const std::size_t size = column.size() / 2;
+    words result;
+    result.reserve(size);
+    if (input >= pair_inputs && block_words(input) >= buffer_words) {
+        const std::size_t block = block_words(input);
+        for (std::size_t start = high ? block : 0; start < 2 * size; start += 2 * block) {
+            result.insert(result.end(), column.data() + start, column.data() + start + block);
+        }
+        return result;
+    }
+    std::array<std::uint32_t, buffer_words> buffer; // NOLINT(*-member-init): filled before use
+    for (std::size_t start = 0; start < size; start += buffer_words) {
+        const std::size_t length = std::min(buffer_words, size - start);
+        halve(column.data() + 2 * start, buffer.data(), length, input, high);
+        result.insert(result.end(), buffer.data(), buffer.data() + length);
+    }
+    return result;
+}
+
+/// The cofactor of a table of at most one pair of words.
+BOOL_TRUTH_TABLE narrow_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
+{
+    const std::uint64_t column = load_narrow(table.value.words.data(), table.width);
+    BOOL_TRUTH_TABLE half;
+    with_pair_input(input, [&](auto constant) {
+        half.value.words[0] = static_cast<std::uint32_t>(
+            compacted<constant>(high ? column >> (1U << constant) : column));
+    });
+    return half;
+}
+
+BOOL_TRUTH_TABLE short_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
+{
+    BOOL_TRUTH_TABLE half(table);
+    const std::size_t size = table.value.words.size() / 2;
+    halve(table.value.words.data(), half.value.words.data(), size, input, high);
+    half.value.words.resize(size);
+    return half;
+}
+
+BOOL_TRUTH_TABLE long_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
+{
+    BOOL_TRUTH_TABLE half;
+    half.value.words = halved(table.value.words, input, high);
+    return half;
 }
 
 BOOL_TRUTH_TABLE cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
 {
-    const std::vector<std::uint32_t>& words = table.value.words;
-    if (words.size() < words_for_width(table.width)) {
+    const std::size_t size = table.value.words.size();
+    if (size != words_for_width(table.width)) {
         BOOL_TRUTH_TABLE whole(table);
         make_canonical(whole.value, table.width);
         return cofactor(whole, input, high);
     }
-    BOOL_TRUTH_TABLE half;
+    BOOL_TRUTH_TABLE half = table.width <= pair_inputs   ? narrow_cofactor(table, input, high)
+                            : size <= short_column_words ? short_cofactor(table, input, high)
+                                                         : long_cofactor(table, input, high);
     half.width = static_cast<signed char>(table.width - 1);
+    half.value.words[0] &= last_word_mask(half.width);
     half.value.bit_count = std::int32_t{1} << half.width;
-    std::vector<std::uint32_t>& result = half.value.words;
-    result.resize(words_for_width(half.width));
-    if (input < word_inputs) {
-        const int shift = high ? 1 << input : 0;
-        for (std::size_t i = 0; i < result.size(); ++i) {
-            std::uint64_t pair = words[2 * i];
-            if (table.width > word_inputs) {
-                pair |= std::uint64_t{words[2 * i + 1]} << 32;
-            }
-            result[i] = static_cast<std::uint32_t>(compacted(pair >> shift, input));
-        }
-        result.back() &= last_word_mask(half.width);
-    } else {
-        const auto block = static_cast<std::ptrdiff_t>(block_words(input));
-        auto source = words.begin() + (high ? block : 0);
-        for (auto target = result.begin(); target != result.end(); target += block) {
-            std::copy_n(source, block, target);
-            source += 2 * block;
-        }
-    }
     return half;
 }
 
