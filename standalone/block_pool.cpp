@@ -92,7 +92,8 @@ std::byte* BlockPool::first_block(Chunk& chunk) { return reinterpret_cast<std::b
 
 BlockPool::Chunk& BlockPool::chunk_of(void* block) const
 {
-    return *reinterpret_cast<Chunk*>(reinterpret_cast<std::uintptr_t>(block) & ~(chunk_size - 1));
+    const std::size_t offset = reinterpret_cast<std::uintptr_t>(block) & (chunk_size - 1);
+    return *reinterpret_cast<Chunk*>(static_cast<std::byte*>(block) - offset);
 }
 
 void BlockPool::make_usable(Chunk& chunk)
