@@ -1,14 +1,68 @@
 #include "tree_oracle.h"
 
+#include <cstdlib>
+#include <cstring>
+
 namespace tree_oracle {
 
 namespace {
+
+constexpr char name_letters[] = "ABCDEFGIJKLMNOPXY";
+const char* const operator_names[] = {"AND(", "XOR(", "OR("};
 
 TECHMAP_SIG signals_in_use[max_signals];
 
 unsigned index_of(const BOOL_TNODE& leaf)
 {
     return static_cast<unsigned>(basbd_leaf_signal(leaf) - signals_in_use);
+}
+
+bool skip(const char*& rest, const char* expected)
+{
+    const std::size_t size = std::strlen(expected);
+    const bool matches = std::strncmp(rest, expected, size) == 0;
+    rest += matches ? size : 0;
+    return matches;
+}
+
+unsigned parse_number(const char*& rest)
+{
+    char* end = nullptr;
+    const auto number = static_cast<unsigned>(std::strtoul(rest, &end, 10));
+    rest = end;
+    return number;
+}
+
+BOOL_TNODE* parse(const char*& rest)
+{
+    if (skip(rest, "-")) {
+        return nullptr;
+    }
+    if (skip(rest, "0") || skip(rest, "1")) {
+        return new BOOL_TNODE(rest[-1] == '1' ? BOOL_OP_ONE : BOOL_OP_ZERO);
+    }
+    if (skip(rest, "s")) {
+        auto* leaf = new BOOL_TNODE(BOOL_OP_SIG, signal(parse_number(rest)));
+        if (skip(rest, ":")) {
+            leaf->op = static_cast<signed char>(std::strchr(name_letters, *rest++) - name_letters +
+                                                BOOL_OP_FIRST_NAMED);
+        }
+        return leaf;
+    }
+    auto* node = new BOOL_TNODE(BOOL_OP_AND);
+    while (!skip(rest, operator_names[node->op]) && ++node->op <= BOOL_OP_OR) {
+    }
+    if (node->op > BOOL_OP_OR && skip(rest, "op")) {
+        node->op = static_cast<signed char>(parse_number(rest));
+        skip(rest, "(");
+    }
+    node->lcompl = skip(rest, "~") ? 1 : 0;
+    node->left = parse(rest);
+    skip(rest, ",");
+    node->rcompl = skip(rest, "~") ? 1 : 0;
+    node->right = parse(rest);
+    skip(rest, ")");
+    return node;
 }
 
 /// Builds one random tree.
@@ -129,14 +183,19 @@ std::string shape(const BOOL_TNODE* node)
     }
     if (op >= BOOL_OP_SIG && op <= BOOL_OP_LAST_NAMED) {
         const std::string name =
-            op == BOOL_OP_SIG ? ""
-                              : std::string(":") + "ABCDEFGIJKLMNOPXY"[op - BOOL_OP_FIRST_NAMED];
+            op == BOOL_OP_SIG ? "" : std::string(":") + name_letters[op - BOOL_OP_FIRST_NAMED];
         return (node->lcompl != 0 ? "!s" : "s") + std::to_string(index_of(*node)) + name;
     }
-    const std::string operators[] = {"AND", "XOR", "OR"};
-    const std::string name = op >= 0 && op <= 2 ? operators[op] : "op" + std::to_string(op);
-    return name + (node->lcompl != 0 ? "(~" : "(") + shape(node->left) +
-           (node->rcompl != 0 ? ",~" : ",") + shape(node->right) + ")";
+    const std::string name =
+        op >= 0 && op <= 2 ? operator_names[op] : "op" + std::to_string(op) + "(";
+    return name + (node->lcompl != 0 ? "~" : "") + shape(node->left) + "," +
+           (node->rcompl != 0 ? "~" : "") + shape(node->right) + ")";
+}
+
+BOOL_TNODE* parse_shape(const std::string& text)
+{
+    const char* rest = text.c_str();
+    return parse(rest);
 }
 
 BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes)

@@ -45,6 +45,9 @@ std::vector<bool> column(const BOOL_FUNC& function, unsigned signals,
 /// "~" is an edge's flag, ":C" a name tag, "-" a missing child, "!" a leaf's own flag.
 std::string shape(const BOOL_TNODE* node);
 
+/// The tree, or null, whose shape is `text`.
+BOOL_TNODE* parse_shape(const std::string& text);
+
 /// What random trees may hold besides operators with two operands and unnamed signal leaves.
 struct SHAPES {
     unsigned signals = 4;      ///< leaves stand for the signals below this number

@@ -1,0 +1,139 @@
+/// Trees whose depth or sharing would ruin a recursive or a path-by-path walk.
+#include "counting_pool.h"
+#include "host_recorder.h"
+#include "tree_oracle.h"
+
+#include <gtest/gtest.h>
+#include <pthread.h>
+
+#include <cstring>
+
+using tree_oracle::parse_shape;
+using tree_oracle::signal;
+
+namespace {
+
+constexpr unsigned spine_length = 1000000;
+
+/// Runs `work` on a stack of 256 KiB.
+void on_small_stack(void (*work)())
+{
+    pthread_attr_t attributes{};
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, 256 * 1024UL);
+    pthread_t thread{};
+    const auto run = [](void* argument) -> void* {
+        reinterpret_cast<void (*)()>(argument)();
+        return nullptr;
+    };
+    ASSERT_EQ(pthread_create(&thread, &attributes, run, reinterpret_cast<void*>(work)), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+}
+
+/// A million operators in a row, AND and OR in turn, over the leaves s0:A and s1:B, and s2:C at
+/// the end; every edge along the spine is complemented.
+BOOL_TNODE* make_spine(bool leans_left)
+{
+    BOOL_TNODE* spine = parse_shape("s2:C");
+    for (unsigned i = 0; i < spine_length; ++i) {
+        auto* leaf = new BOOL_TNODE(static_cast<char>(BOOL_OP_FIRST_NAMED + i % 2), signal(i % 2));
+        const char op = i % 2 == 0 ? BOOL_OP_AND : BOOL_OP_OR;
+        spine = leans_left ? new BOOL_TNODE(op, spine, 1, leaf, 0)
+                           : new BOOL_TNODE(op, leaf, 0, spine, 1);
+    }
+    return spine;
+}
+
+/// Every walk over a spine.
+void walk_spine(bool leans_left)
+{
+    BOOL_FUNC f;
+    f.root = make_spine(leans_left);
+    f.nsuppt = f.countsuppt();
+    EXPECT_EQ(f.nsuppt, 3);
+    EXPECT_EQ(f.root->countleaves(), spine_length + 1);
+    EXPECT_TRUE(f.root->issigcompl(signal(2)));
+    EXPECT_EQ(f.getvarname(signal(2)), BOOL_VAR_C);
+    char names[16] = "F";
+    f.catvars(names);
+    EXPECT_STREQ(names, "F:A:B:C");
+    const std::unique_ptr<char[]> text(f.writeeqn());
+    EXPECT_EQ(std::strlen(text.get()), 5UL * spine_length - 1);
+
+    BOOL_FUNC copy(&f);
+    copy.complsiginfunc(signal(2));
+    copy.exchangexy();
+    copy.setvarname(signal(2), BOOL_VAR_D);
+    copy.subsig1forsig2(signal(3), signal(2));
+    EXPECT_FALSE(copy.root->issigcompl(signal(3)));
+    BOOL_FUNC leaf;
+    leaf.root = parse_shape("s4");
+    copy.substfnforsig(signal(3), &leaf);
+    EXPECT_EQ(copy.nsuppt, 3);
+    copy.addsigtofunc(signal(5), 0);
+    copy.rmsigfromfunc(signal(5));
+    copy.rmsigfromfunc(signal(1)); // leaves complements that cancel in pairs
+    EXPECT_EQ(copy.getpurefunc(), BOOL_OP_OR);
+    copy.setsigto1(signal(0));
+    copy.cleanbufs();
+    EXPECT_EQ(tree_oracle::shape(copy.root), "s4");
+
+    const std::unique_ptr<BOOL_FUNC> part(f.breakfunc(2));
+    EXPECT_EQ(part == nullptr, leans_left);
+    f.root->unmarknodes();
+    f.root->markusage();
+    f.root->reclaim();
+    delete f.root;
+    f.root = nullptr;
+}
+
+} // namespace
+
+TEST(depth, spines_on_a_small_stack)
+{
+    const long before = counting_pool::live();
+    on_small_stack([] { walk_spine(true); });
+    on_small_stack([] { walk_spine(false); });
+    EXPECT_EQ(counting_pool::live(), before);
+}
+
+TEST(depth, as_many_paths_as_two_to_the_sixtieth)
+{
+    const long before = counting_pool::live();
+    {
+        BOOL_FUNC function;
+        BOOL_TNODE* const lowest = parse_shape("AND(s0:X,-)");
+        lowest->right = lowest->left;
+        function.root = lowest;
+        for (int level = 1; level < 60; ++level) {
+            function.root = new BOOL_TNODE(BOOL_OP_XOR, function.root, 0, function.root, 0);
+            function.root->usage = static_cast<unsigned short>(level % 3);
+        }
+        function.complsiginfunc(signal(0));
+        EXPECT_EQ(tree_oracle::shape(lowest), "AND(~s0:X,~s0:X)");
+        function.exchangexy();
+        EXPECT_EQ(tree_oracle::shape(lowest), "AND(~s0:Y,~s0:Y)");
+        function.root->unmarknodes();
+        EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
+        function.root->subtreeforsig(signal(0), lowest, 1);
+        EXPECT_EQ(tree_oracle::shape(lowest), "AND(AND(~s0:Y,~s0:Y),AND(~s0:Y,~s0:Y))");
+    }
+    EXPECT_EQ(counting_pool::live(), before);
+}
+
+TEST(depth, more_parents_than_a_count_of_sixteen_bits_holds)
+{
+    const long before = counting_pool::live();
+    {
+        BOOL_FUNC function;
+        BOOL_TNODE* const shared = parse_shape("OR(s0,s1)");
+        function.root = shared;
+        for (int i = 0; i < 70000; ++i) {
+            function.root = new BOOL_TNODE(BOOL_OP_AND, shared, 0, function.root, 0);
+        }
+        function.cleanbufs();
+        EXPECT_EQ(function.nsuppt, 2);
+    }
+    EXPECT_EQ(counting_pool::live(), before);
+}
