@@ -27,6 +27,9 @@ bool all_zero(words::const_iterator first, words::const_iterator last)
 
 bool TRUTH_TABLE_VAL::operator==(const TRUTH_TABLE_VAL& other) const
 {
+    if (words.size() == other.words.size()) {
+        return words == other.words;
+    }
     const auto common = static_cast<std::ptrdiff_t>(std::min(words.size(), other.words.size()));
     return std::equal(words.begin(), words.begin() + common, other.words.begin()) &&
            all_zero(words.begin() + common, words.end()) &&

@@ -22,9 +22,11 @@ constexpr auto make_first_stretches()
     std::array<stretch, stretch_inputs + 1> stretches{};
     for (std::size_t input = 0; input < stretch_inputs; ++input) {
         for (std::size_t i = 0; i < stretch_words; ++i) {
-            stretches[input][i] = input < word_inputs
-                                      ? projection_mask[input]
-                                      : ~((i >> (input - word_inputs) & 1U) - std::uint32_t{1});
+            if (input < projection_mask.size()) {
+                stretches[input][i] = projection_mask[input];
+            } else if ((i >> (input - projection_mask.size())) % 2 != 0) {
+                stretches[input][i] = ~std::uint32_t{0};
+            }
         }
     }
     return stretches;
@@ -36,10 +38,10 @@ const stretch& first_stretch(int input)
     return first_stretches[static_cast<std::size_t>(std::min(input, stretch_inputs))];
 }
 
-/// Whether the stretch from word `start` is the complement of the first one.
-bool is_complement(std::size_t start, int input)
+/// All ones where the stretch from word `start` is the complement of the first one.
+std::uint64_t stretch_complement(std::size_t start, int input)
 {
-    return input >= stretch_inputs && (start & block_words(input)) != 0;
+    return input >= stretch_inputs && (start & block_words(input)) != 0 ? ~std::uint64_t{0} : 0;
 }
 
 /// For columns of whole stretches.
@@ -47,7 +49,7 @@ BASBDTT_CLONES bool is_projection(const std::uint32_t* words, std::size_t size, 
 {
     const stretch& first = first_stretch(input);
     for (std::size_t start = 0; start < size; start += stretch_words) {
-        const std::uint32_t complement = -std::uint32_t{is_complement(start, input)};
+        const auto complement = static_cast<std::uint32_t>(stretch_complement(start, input));
         std::uint32_t difference = 0;
         for (std::size_t i = 0; i < stretch_words; ++i) {
             difference |= words[start + i] ^ first[i] ^ complement;
@@ -69,7 +71,7 @@ BASBDTT_CLONES void fill_projection(std::uint32_t* words, std::size_t size, int 
         typename decltype(kind)::type group;
         for (std::size_t start = 0; start < size; start += length) {
             load_group(group, first.data());
-            group ^= -std::uint64_t{is_complement(start, input)};
+            group ^= stretch_complement(start, input);
             for (std::size_t i = 0; i < length; i += group_words<decltype(group)>) {
                 if (!uniform) {
                     load_group(group, first.data() + i);

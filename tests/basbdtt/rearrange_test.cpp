@@ -27,7 +27,7 @@ BOOL_TRUTH_TABLE gathered(const BOOL_TRUTH_TABLE& old, int width, const entry_ma
     result.value.bit_count = 1 << width;
     result.value.words.assign(((std::size_t{1} << width) + 31) / 32, 0);
     for (std::size_t x = 0; x < std::size_t{1} << width; ++x) {
-        result.value.words[x / 32] |= std::uint32_t{entry(old, source(x))} << (x % 32);
+        result.value.words[x / 32] |= (entry(old, source(x)) ? 1U : 0U) << (x % 32);
     }
     return result;
 }
@@ -55,7 +55,7 @@ void check_permutation(const BOOL_TRUTH_TABLE& table, std::vector<int> perm)
 
 void check_one_input(const BOOL_TRUTH_TABLE& table, int input)
 {
-    const int width = table.width;
+    const int width = table.get_width();
     const std::size_t bit = std::size_t{1} << input;
     BOOL_TRUTH_TABLE inverted = table;
     inverted.invert_input(input);
@@ -73,7 +73,7 @@ void check_one_input(const BOOL_TRUTH_TABLE& table, int input)
 
 void check_table(const BOOL_TRUTH_TABLE& table, std::mt19937& random)
 {
-    const int width = table.width;
+    const int width = table.get_width();
     std::vector<int> perm(static_cast<std::size_t>(width));
     for (int i = 0; i < width; ++i) {
         check_one_input(table, i);
