@@ -1,55 +1,115 @@
 /// @file
 /// @brief The BDD manager and BDD functions.
+///
+/// Used from one thread at a time. Memory that runs out throws std::bad_alloc and leaves managers
+/// and functions usable. Reports go to `ut_msgman` with the identifier 4:1 and the line given.
 #pragma once
 
 #include "basbdapi.h"
 #include "basbdbool.h"
 #include "basbddtable.h"
 
-/// The edge to the constant node without a mark; null until the first manager is made.
+/// The edge to the constant node without a mark: the function 1. Null until the first manager is
+/// made, then the same for all managers and never freed.
 extern BASBD_API BDD_NODE* basbdd_one;
-/// The edge to the constant node with the complement mark; null until the first manager is made.
+/// The edge to the constant node with the complement mark: the function 0.
 extern BASBD_API BDD_NODE* basbdd_zero;
 
 /// @brief A set of BDD variables and the unique table in which all their nodes live.
+///
+/// Variable 0 is nearest the root; the order never changes. The manager keeps every node until it
+/// is destroyed and no results of operations; what one call has solved it does not solve again.
+/// Operands are edges of this manager or the constants; the call stack does not grow with the
+/// number of variables.
 class BASBD_API BDD_MANAGER {
 public:
     unsigned short nvars;  ///< number of variables
     TECHMAP_SIG** varsigs; ///< owned array: entry i is the signal of variable i
     BDD_TABLE* table;      ///< owned unique table
 
-    BDD_MANAGER(BDD_STORE_METHOD method, unsigned short nvars, TECHMAP_SIG** sigs);
+    /// @brief Makes a variable for every signal, in their order, and its node.
+    /// @param method     the store of the unique table
+    /// @param var_count  number of signals, up to 65,535
+    /// @param sigs       `var_count` signals, copied; may be null when there are none
+    BDD_MANAGER(BDD_STORE_METHOD method, unsigned short var_count, TECHMAP_SIG** sigs);
     BDD_MANAGER(const BDD_MANAGER&) = delete;
     BDD_MANAGER& operator=(const BDD_MANAGER&) = delete;
-    ~BDD_MANAGER();
+    ~BDD_MANAGER(); ///< Frees every node; edges into this manager become invalid.
 
+    /// @brief Makes the constant node; the first manager has done so already.
+    /// Reports 4:1, line 375, when both constants are there, and keeps them.
     void mkconstants();
+
+    /// @brief The edge of f AND g OR NOT f AND h.
+    ///
+    /// AND is (f, g, 0), OR is (f, 1, g), XOR is (f, NOT g, g). Null when an operand is null or a
+    /// node of a variable that the manager does not have would be needed. O(|f| |g| |h|) in the
+    /// node counts. Method: Brace, Rudell, Bryant, "Efficient Implementation of a BDD Package".
     BDD_NODE* ifthenelse(BDD_NODE* f, BDD_NODE* g, BDD_NODE* h);
+
+    /// @brief The edge of f with g in place of variable `var`; null as for `ifthenelse`.
+    ///
+    /// With the constants for g these are the cofactors, in O(|f|). An f that does not depend on
+    /// the variable comes back unchanged.
     BDD_NODE* compose(BDD_NODE* f, unsigned short var, BDD_NODE* g);
+
+    /// The first variable of a signal, compared by address, in O(nvars); 0xFFFF if it has none.
     unsigned short sig2varid(TECHMAP_SIG* sig);
 };
 
 /// @brief One Boolean function held as an edge into a manager, with its sorted support.
+///
+/// The function owns its support list only and must not outlive its manager. Print it with
+/// `printbddexpr`, evaluate it by the recipe at BDD_NODE.
 class BASBD_API BDD_FUNC {
 public:
     unsigned short nsuppt; ///< number of variables in the support
     unsigned short nvars;  ///< capacity of the support list
-    unsigned short* suppt; ///< owned array of nvars + 1 entries, 0xFFFF behind the last variable
+    unsigned short* suppt; ///< owned array of nvars + 1 entries: the variables in ascending order,
+                           ///< then 0xFFFF
     BDD_MANAGER* mgr;      ///< the manager of the nodes, not owned
     BDD_NODE* bdd;         ///< the function's edge, never null
 
-    BDD_FUNC(unsigned short nvars, BOOL_FUNC* f, BDD_MANAGER* mgr, unsigned short* remap);
+    /// @brief Converts an expression tree.
+    ///
+    /// A tree that cannot be converted, or none, gives the constant 0 before the complement flag
+    /// of `f` applies.
+    /// @param capacity  of the support list: normally the manager's number of variables; of a
+    ///                  larger support only the uppermost variables are listed
+    /// @param f         the tree function, not changed
+    /// @param manager   not null
+    /// @param remap     null, or for each variable of the manager the one to take in its place
+    /// Reports 4:1, line 166 (`f` is null: the function is the constant 0), line 563 (a signal
+    /// without a variable, once for every path to the leaf) and line 586 (unknown operator).
+    BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager, unsigned short* remap);
+
+    /// @brief A copy with the same manager and edge and a support list of its own.
+    /// Reports 4:1, line 150 (`src` is null): the function is the constant 0 without a manager.
     explicit BDD_FUNC(BDD_FUNC* src);
     BDD_FUNC(const BDD_FUNC&) = delete;
     BDD_FUNC& operator=(const BDD_FUNC&) = delete;
-    ~BDD_FUNC();
+    ~BDD_FUNC(); ///< Frees the support list.
 
+    /// Makes `n` the function's edge and lists its support; null stands for the constant 0.
     void setbdd(BDD_NODE* n);
-    void initsupport();
-    int countsuppt();
-    void setsigto1(TECHMAP_SIG* sig);
-    void setsigto0(TECHMAP_SIG* sig);
-    void complsiginfn(TECHMAP_SIG* sig);
+    void initsupport(); ///< Sets all `nvars` + 1 entries of `suppt` to 0xFFFF.
+    int countsuppt();   ///< The number of entries of `suppt` before the first 0xFFFF.
+
+    /// @name Edits by signal
+    /// A signal that is no variable of the manager makes the function the constant 0.
+    /// @{
+    void setsigto1(TECHMAP_SIG* sig);    ///< Fixes the variable to 1.
+    void setsigto0(TECHMAP_SIG* sig);    ///< Fixes the variable to 0.
+    void complsiginfn(TECHMAP_SIG* sig); ///< Complements the variable.
+    /// @brief Puts the function `fn`, which is not changed, in place of the variable.
+    /// Reports 4:1, line 202 (`fn` has another manager) and line 205 (`fn` has another `nvars`),
+    /// and goes on; edges of another manager have no meaning in this one.
     void substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn);
+    /// @}
+
+    /// @brief Writes the function as nested if-then-else: `1`, `~a`, `~(a?b:~b)`.
+    /// @param out    room for the whole text and a NUL; see BDD_NODE::printbddexpr for its length
+    /// @param names  a character for every variable index that occurs
+    /// Reports 4:1, line 241, when `bdd` is null, and writes the empty text.
     void printbddexpr(char* out, char* names);
 };

@@ -6,52 +6,89 @@
 #include "ut_btr_tree.h"
 #include "ut_hash.h"
 
-/// @brief A BDD node. A `BDD_NODE*` in a signature is an edge: a node's address whose bit 0 marks
-/// a complement.
+/// @brief A BDD node; a `BDD_NODE*` in a signature is an edge.
+///
+/// An edge is a node's address whose bit 0 marks a complement: with the mark it stands for the
+/// complement of the node's function. Edges are compared as whole values, and equal functions of
+/// one manager have equal edges.
+/// ```
+///     edge         63 ............... 1   0
+///                  [ address of a node ] [mark]
+///     a AND b      node (0, high: node (1, 1, 0), low: 0)
+/// ```
+/// Every node in a unique table has an unmarked `high` that differs from `low`, and children of
+/// larger variables; it never changes and lives as long as its table.
+///
+/// Evaluate an edge: follow `high` or `low` by the value of `varid` down to the constant node,
+/// counting marks; an even number of them is 1. A node takes 32 bytes of the heap.
 class BASBD_API BDD_NODE {
 public:
     unsigned short varid; ///< index of the node's variable; 0xFFFF marks the constant
     BDD_NODE* high;       ///< edge to the function for varid = 1
     BDD_NODE* low;        ///< edge to the function for varid = 0
 
-    BDD_NODE();
-    explicit BDD_NODE(unsigned short id);
-    BDD_NODE(unsigned short id, BDD_NODE* high_edge, BDD_NODE* low_edge);
+    BDD_NODE();                                                           ///< Every field zero.
+    explicit BDD_NODE(unsigned short id);                                 ///< Null edges.
+    BDD_NODE(unsigned short id, BDD_NODE* high_edge, BDD_NODE* low_edge); ///< All as given.
 
+    /// @brief Adds the variables of this node and of all nodes below it to a sorted list.
+    ///
+    /// Each index enters once. Visits every node once: O(n log v) for n nodes of v variables.
+    /// @param list  ascending indexes, then 0xFFFF in every free entry; holds all variables that
+    ///              occur in it or here and one entry more. Call on a node, not on a marked edge.
     void adduniqueidx(unsigned short* list);
+
+    /// @brief Writes the node as nested if-then-else, as in `a?b:0`, without a NUL.
+    ///
+    /// The text names a node anew on every path to it, so it can be exponentially longer than the
+    /// BDD. A null edge writes nothing. Call on a node of a variable, not on a marked edge.
+    /// @param out    room for the whole text
+    /// @param names  a character for every variable index that occurs
+    /// @return the position behind the last character
+    /// Reports 4:1, line 97 (high edge null) and line 117 (low edge null).
     char* printbddexpr(char* out, char* names);
 };
 
 /// How a unique table stores its nodes; any value but 0 selects the tree.
 enum BDD_STORE_METHOD : int { BDD_STORE_HASH = 0, BDD_STORE_TREE = 1 };
 
-/// @brief The hash-table store.
+/// @brief The hash-table store: an entry is a `BDD_NODE`, which is its own key.
 class BASBD_API BDD_HASH : public UT_HASH {
 public:
-    BDD_HASH();
-    ~BDD_HASH() override;
+    BDD_HASH();           ///< An empty `UT_HASH(3089, 1)`.
+    ~BDD_HASH() override; ///< Frees every node.
+    /// `high` / 8 + 2 * `low` + `varid` of the edges' values, modulo 2^32.
     unsigned int hash_func(const void* key) override;
+    /// -1, 0 or 1 in the order of variable, high edge, low edge, as unsigned numbers.
     int comp_func(const void* key, void* entry) override;
-    void del_func(void* entry) override;
+    void del_func(void* entry) override; ///< Frees one node.
 };
 
-/// @brief The balanced-tree store.
+/// @brief The balanced-tree store: an entry is a `BDD_NODE`, which is its own key.
 class BASBD_API BDD_TREE : public UT_BTR_TREE {
 public:
-    BDD_TREE();
-    ~BDD_TREE() override;
-    void del_func(void* entry) override;
+    BDD_TREE();                          ///< An empty `UT_BTR_TREE(1)`.
+    ~BDD_TREE() override;                ///< Frees every node.
+    void del_func(void* entry) override; ///< Frees one node.
+    /// -1, 0 or 1 in the order of variable, high edge, low edge, as unsigned numbers.
     int comp_func(void* key, const char* entry) override;
 };
 
 /// @brief The unique table: one node per (variable, high edge, low edge).
+///
+/// The owner destroys `store` before it frees the table; all nodes go with the store.
 class BASBD_API BDD_TABLE {
 public:
     UT_STORE* store;         ///< the container, destroyed by the table's owner
     BDD_STORE_METHOD method; ///< how the table was made
 
-    explicit BDD_TABLE(BDD_STORE_METHOD method);
+    explicit BDD_TABLE(BDD_STORE_METHOD store_method); ///< An empty table.
     BDD_TABLE(const BDD_TABLE&) = delete;
     BDD_TABLE& operator=(const BDD_TABLE&) = delete;
+
+    /// @brief The one node of the triple, made if there is none yet.
+    ///
+    /// Stores what it is given: the caller keeps `high` unmarked and different from `low`.
+    /// @return an unmarked edge, never null; throws std::bad_alloc and then stores nothing
     BDD_NODE* findoradd(unsigned short varid, BDD_NODE* high, BDD_NODE* low);
 };

@@ -1,4 +1,24 @@
+#include "constants.h"
+
 #include "basbdd.h"
+#include "edge.h"
+#include "report.h"
 
 BDD_NODE* basbdd_one = nullptr;
 BDD_NODE* basbdd_zero = nullptr;
+
+void ensure_constants()
+{
+    if (basbdd_one == nullptr || basbdd_zero == nullptr) {
+        basbdd_one = new BDD_NODE(no_variable);
+        basbdd_zero = edge::complement(basbdd_one);
+    }
+}
+
+void BDD_MANAGER::mkconstants()
+{
+    if (basbdd_one != nullptr && basbdd_zero != nullptr) {
+        report_internal_error(REPORT_SITE::second_constants);
+    }
+    ensure_constants();
+}

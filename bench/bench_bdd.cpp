@@ -1,0 +1,575 @@
+/// @file
+/// @brief The BDD engine against BuDDy: same circuits, same variable order, no reordering.
+///
+/// BuDDy runs through its C interface with tables large enough that it never collects garbage, so
+/// no reference counts are kept. Set-up and tear-down are timed only where a section says so.
+#include "basbdd.h"
+#include "harness.h"
+
+#include <bdd.h>
+#include <malloc.h>
+
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <random>
+#include <stdexcept>
+
+// The header renames these to forms that count references in objects.
+#undef bdd_init
+#undef bdd_ithvar
+#undef bdd_nithvar
+
+/// The library never looks inside a signal.
+class TECHMAP_SIG {
+    char unused;
+};
+
+namespace {
+
+constexpr unsigned max_variables = 128;
+TECHMAP_SIG signals[max_variables];
+
+/// Fails loudly: a ratio of unequal work means nothing.
+void check(bool holds, const char* what)
+{
+    if (!holds) {
+        throw std::runtime_error(what);
+    }
+}
+
+BDD_NODE* node_of(BDD_NODE* e)
+{
+    return reinterpret_cast<BDD_NODE*>(reinterpret_cast<std::uintptr_t>(e) & ~std::uintptr_t{1});
+}
+
+/// @brief basbd with one of its stores.
+template <int METHOD>
+class BASBD {
+public:
+    using EDGE = BDD_NODE*;
+
+    BASBD(unsigned variables, int /*nodes*/, int /*cache*/) : count_(variables)
+    {
+        TECHMAP_SIG* order[max_variables];
+        for (unsigned i = 0; i < variables; ++i) {
+            order[i] = &signals[i];
+        }
+        manager_ = std::make_unique<BDD_MANAGER>(BDD_STORE_METHOD(METHOD),
+                                                 static_cast<unsigned short>(variables), order);
+    }
+
+    EDGE constant(bool value) { return value ? basbdd_one : basbdd_zero; }
+    EDGE variable(unsigned i)
+    {
+        return manager_->table->findoradd(static_cast<unsigned short>(i), basbdd_one, basbdd_zero);
+    }
+    EDGE negate(EDGE f) { return reinterpret_cast<EDGE>(reinterpret_cast<std::uintptr_t>(f) ^ 1U); }
+    EDGE conjunction(EDGE f, EDGE g) { return manager_->ifthenelse(f, g, basbdd_zero); }
+    EDGE disjunction(EDGE f, EDGE g) { return manager_->ifthenelse(f, basbdd_one, g); }
+    EDGE parity(EDGE f, EDGE g) { return manager_->ifthenelse(f, negate(g), g); }
+    EDGE choice(EDGE f, EDGE g, EDGE h) { return manager_->ifthenelse(f, g, h); }
+    EDGE cofactor(EDGE f, unsigned i, bool value) { return compose(f, i, constant(value)); }
+    EDGE compose(EDGE f, unsigned i, EDGE g)
+    {
+        return manager_->compose(f, static_cast<unsigned short>(i), g);
+    }
+    double models(EDGE f)
+    {
+        std::map<EDGE, double> shares{{constant(true), 1.0}, {constant(false), 0.0}};
+        return std::ldexp(share(f, shares), static_cast<int>(count_));
+    }
+
+private:
+    /// The share of ones, without a subtraction that would lose digits.
+    double share(EDGE f, std::map<EDGE, double>& shares)
+    {
+        auto known = shares.find(f);
+        if (known == shares.end()) {
+            EDGE const node = node_of(f);
+            const auto child = [&](EDGE e) { return share(node == f ? e : negate(e), shares); };
+            const double both = child(node->high) + child(node->low);
+            known = shares.emplace(f, both / 2).first;
+        }
+        return known->second;
+    }
+
+    unsigned count_;
+    std::unique_ptr<BDD_MANAGER> manager_;
+};
+
+/// @brief BuDDy behind the same operations.
+class BUDDY {
+public:
+    using EDGE = BDD;
+
+    BUDDY(unsigned variables, int nodes, int cache)
+    {
+        bdd_init(nodes, cache);
+        bdd_setvarnum(static_cast<int>(variables));
+        bdd_disable_reorder();
+        bdd_gbc_hook([](int, bddGbcStat*) { check(false, "BuDDy collects garbage"); });
+    }
+    BUDDY(const BUDDY&) = delete;
+    BUDDY& operator=(const BUDDY&) = delete;
+    ~BUDDY() { bdd_done(); }
+
+    EDGE constant(bool value) { return value ? 1 : 0; }
+    EDGE variable(unsigned i) { return bdd_ithvar(static_cast<int>(i)); }
+    EDGE negate(EDGE f) { return bdd_not(f); }
+    EDGE conjunction(EDGE f, EDGE g) { return bdd_apply(f, g, bddop_and); }
+    EDGE disjunction(EDGE f, EDGE g) { return bdd_apply(f, g, bddop_or); }
+    EDGE parity(EDGE f, EDGE g) { return bdd_apply(f, g, bddop_xor); }
+    EDGE choice(EDGE f, EDGE g, EDGE h) { return bdd_ite(f, g, h); }
+    EDGE cofactor(EDGE f, unsigned i, bool value)
+    {
+        const int var = static_cast<int>(i);
+        return bdd_restrict(f, value ? bdd_ithvar(var) : bdd_nithvar(var));
+    }
+    EDGE compose(EDGE f, unsigned i, EDGE g) { return bdd_compose(f, g, static_cast<int>(i)); }
+    double models(EDGE f) { return bdd_satcount(f); }
+};
+
+template <typename ENGINE>
+using EDGES = std::vector<typename ENGINE::EDGE>;
+
+// ---- circuits: each answers its outputs
+
+/// N queens on an N x N board, row by row.
+template <unsigned N>
+struct queens {
+    static constexpr unsigned variables = N * N;
+    template <typename ENGINE>
+    static EDGES<ENGINE> build(ENGINE& e)
+    {
+        auto all = e.constant(true);
+        for (unsigned row = 0; row < N; ++row) {
+            auto one_in_row = e.constant(false);
+            for (unsigned column = 0; column < N; ++column) {
+                one_in_row = e.disjunction(one_in_row, e.variable(row * N + column));
+            }
+            all = e.conjunction(all, one_in_row);
+        }
+        for (unsigned a = 0; a < variables; ++a) {
+            auto alone = e.constant(true);
+            for (unsigned b = 0; b < variables; ++b) {
+                const unsigned rows = a / N > b / N ? a / N - b / N : b / N - a / N;
+                const unsigned columns = a % N > b % N ? a % N - b % N : b % N - a % N;
+                if (a != b && (rows == 0 || columns == 0 || rows == columns)) {
+                    alone = e.conjunction(alone, e.negate(e.variable(b)));
+                }
+            }
+            all = e.conjunction(all, e.disjunction(e.negate(e.variable(a)), alone));
+        }
+        return {all};
+    }
+};
+
+/// Adds `b` to `a` and answers the sum with the carry.
+template <typename ENGINE>
+EDGES<ENGINE> sum(ENGINE& e, const EDGES<ENGINE>& a, const EDGES<ENGINE>& b)
+{
+    EDGES<ENGINE> result;
+    auto carry = e.constant(false);
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const auto half = e.parity(a[i], b[i]);
+        result.push_back(e.parity(half, carry));
+        carry = e.disjunction(e.conjunction(a[i], b[i]), e.conjunction(half, carry));
+    }
+    result.push_back(carry);
+    return result;
+}
+
+struct adder16 {
+    static constexpr unsigned variables = 32;
+    template <typename ENGINE>
+    static EDGES<ENGINE> build(ENGINE& e)
+    {
+        EDGES<ENGINE> a;
+        EDGES<ENGINE> b;
+        for (unsigned i = 0; i < 16; ++i) {
+            a.push_back(e.variable(2 * i));
+            b.push_back(e.variable(2 * i + 1));
+        }
+        return sum(e, a, b);
+    }
+};
+
+struct multiplier8 {
+    static constexpr unsigned variables = 16;
+    template <typename ENGINE>
+    static EDGES<ENGINE> build(ENGINE& e)
+    {
+        EDGES<ENGINE> product;
+        EDGES<ENGINE> upper(8, e.constant(false));
+        for (unsigned j = 0; j < 8; ++j) {
+            EDGES<ENGINE> row;
+            for (unsigned i = 0; i < 8; ++i) {
+                row.push_back(e.conjunction(e.variable(i), e.variable(8 + j)));
+            }
+            upper = sum(e, upper, row);
+            product.push_back(upper.front());
+            upper.erase(upper.begin());
+        }
+        product.insert(product.end(), upper.begin(), upper.end());
+        return product;
+    }
+};
+
+/// result[k]: exactly k of the n variables are 1. Built from the last variable upwards.
+template <typename ENGINE>
+EDGES<ENGINE> counts(ENGINE& e, unsigned n)
+{
+    EDGES<ENGINE> exactly(n + 1, e.constant(false));
+    exactly[0] = e.constant(true);
+    for (unsigned i = n; i-- > 0;) {
+        for (unsigned k = n - i + 1; k-- > 0;) {
+            exactly[k] =
+                e.choice(e.variable(i), k == 0 ? e.constant(false) : exactly[k - 1], exactly[k]);
+        }
+    }
+    return exactly;
+}
+
+struct symmetric20 {
+    static constexpr unsigned variables = 20;
+    template <typename ENGINE>
+    static EDGES<ENGINE> build(ENGINE& e)
+    {
+        const auto exactly = counts(e, variables);
+        auto prime = e.constant(false);
+        for (const unsigned k : {2, 3, 5, 7, 11, 13, 17, 19}) {
+            prime = e.disjunction(prime, exactly[k]);
+        }
+        return {prime};
+    }
+};
+
+/// The variable whose number is the count of ones; 0 when there is none.
+struct hidden_weighted_bit16 {
+    static constexpr unsigned variables = 16;
+    template <typename ENGINE>
+    static EDGES<ENGINE> build(ENGINE& e)
+    {
+        const auto exactly = counts(e, variables);
+        auto bit = e.constant(false);
+        for (unsigned k = 1; k <= variables; ++k) {
+            bit = e.disjunction(bit, e.conjunction(exactly[k], e.variable(k - 1)));
+        }
+        return {bit};
+    }
+};
+
+/// Sums of random terms of three literals over 30 variables.
+struct random_sums30 {
+    static constexpr unsigned variables = 30;
+    template <typename ENGINE>
+    static EDGES<ENGINE> build(ENGINE& e)
+    {
+        std::mt19937 random(30);
+        EDGES<ENGINE> sums;
+        for (int s = 0; s < 4; ++s) {
+            auto all = e.constant(false);
+            for (int t = 0; t < 16; ++t) {
+                auto term = e.constant(true);
+                for (int l = 0; l < 3; ++l) {
+                    const auto x = e.variable(static_cast<unsigned>(random() % variables));
+                    term = e.conjunction(term, random() % 2 == 0 ? x : e.negate(x));
+                }
+                all = e.disjunction(all, term);
+            }
+            sums.push_back(all);
+        }
+        return sums;
+    }
+};
+
+// ---- what is done with a built circuit
+
+template <typename CIRCUIT>
+struct cofactors {
+    template <typename ENGINE>
+    static void run(ENGINE& e, const EDGES<ENGINE>& outputs)
+    {
+        for (const auto output : outputs) {
+            for (unsigned i = 0; i < CIRCUIT::variables; ++i) {
+                bench::keep(e.cofactor(output, i, false));
+                bench::keep(e.cofactor(output, i, true));
+            }
+        }
+    }
+};
+
+/// Puts the parity of its neighbours in place of every fourth variable.
+template <typename CIRCUIT>
+struct composes {
+    template <typename ENGINE>
+    static void run(ENGINE& e, const EDGES<ENGINE>& outputs)
+    {
+        constexpr unsigned n = CIRCUIT::variables;
+        for (const auto output : outputs) {
+            for (unsigned i = 0; i < n; i += 4) {
+                const auto g = e.parity(e.variable((i + n - 1) % n), e.variable((i + 1) % n));
+                bench::keep(e.compose(output, i, g));
+            }
+        }
+    }
+};
+
+// ---- timing
+
+constexpr int plenty_of_nodes = 1 << 22;
+
+/// BuDDy's table for a job: twice the nodes that it makes, so that there is never a collection and
+/// the table is no larger than needed, and a cache of a fraction of that.
+int buddy_nodes = plenty_of_nodes;
+int buddy_cache()
+{
+    const char* d = std::getenv("CACHE_DIV");
+    return buddy_nodes / (d ? std::atoi(d) : 4);
+}
+
+/// Seconds of `work(engine, prepare(engine))`, without making the engine and `prepare`.
+template <typename ENGINE, typename PREPARE, typename WORK>
+double sample(unsigned variables, PREPARE prepare, WORK work)
+{
+    double seconds = 0;
+    int runs = 0;
+    for (; seconds < 2e-3; ++runs) {
+        ENGINE engine(variables, buddy_nodes, buddy_cache());
+        auto input = prepare(engine);
+        const double start = bench::cpu_seconds();
+        work(engine, input);
+        seconds += bench::cpu_seconds() - start;
+    }
+    return seconds / runs;
+}
+
+struct RATIOS {
+    std::vector<double> hash;         ///< hash store / BuDDy
+    std::vector<double> tree_by_hash; ///< tree store / hash store
+};
+
+template <typename PREPARE, typename WORK>
+void compare(const char* name, unsigned variables, PREPARE prepare, WORK work, RATIOS& ratios)
+{
+    std::vector<double> hash;
+    std::vector<double> tree;
+    double last[2] = {};
+    {
+        BUDDY buddy(variables, plenty_of_nodes, plenty_of_nodes / 4);
+        auto input = prepare(buddy);
+        work(buddy, input);
+        buddy_nodes = 2 * bdd_getnodenum();
+    }
+    for (int round = 0; round < 7; ++round) {
+        const double ours = sample<BASBD<BDD_STORE_HASH>>(variables, prepare, work);
+        const double theirs = sample<BUDDY>(variables, prepare, work);
+        hash.push_back(ours / theirs);
+        tree.push_back(sample<BASBD<BDD_STORE_TREE>>(variables, prepare, work) / ours);
+        last[0] = ours;
+        last[1] = theirs;
+    }
+    ratios.hash.push_back(bench::median(hash));
+    ratios.tree_by_hash.push_back(bench::median(tree));
+    std::printf("  %-34s %9.1f us  BuDDy %9.1f us  ratio %5.2f  tree/hash %5.2f\n", name,
+                1e6 * last[0], 1e6 * last[1], ratios.hash.back(), ratios.tree_by_hash.back());
+    std::fflush(stdout);
+}
+
+struct SECTIONS {
+    RATIOS builds;
+    RATIOS cofactors;
+    RATIOS composes;
+};
+
+template <typename CIRCUIT>
+void check_models()
+{
+    BASBD<BDD_STORE_HASH> hash(CIRCUIT::variables, 0, 0);
+    BASBD<BDD_STORE_TREE> tree(CIRCUIT::variables, 0, 0);
+    BUDDY buddy(CIRCUIT::variables, buddy_nodes, buddy_cache());
+    const auto a = CIRCUIT::build(hash);
+    const auto b = CIRCUIT::build(tree);
+    const auto c = CIRCUIT::build(buddy);
+    check(a.size() == c.size() && b.size() == c.size(), "unequal outputs");
+    for (std::size_t i = 0; i < c.size(); ++i) {
+        const double models = buddy.models(c[i]);
+        check(hash.models(a[i]) == models && tree.models(b[i]) == models, "unequal models");
+    }
+}
+
+template <typename CIRCUIT>
+void measure(const char* name, SECTIONS& sections)
+{
+    check_models<CIRCUIT>();
+    const auto build = [](auto& e) { return CIRCUIT::build(e); };
+    const std::string text = name;
+    compare((text + ", build").c_str(), CIRCUIT::variables, [](auto&) { return 0; },
+            [](auto& e, int) { bench::keep(CIRCUIT::build(e)); }, sections.builds);
+    compare((text + ", cofactors").c_str(), CIRCUIT::variables, build,
+            [](auto& e, auto& outputs) { cofactors<CIRCUIT>::run(e, outputs); },
+            sections.cofactors);
+    compare((text + ", composes").c_str(), CIRCUIT::variables, build,
+            [](auto& e, auto& outputs) { composes<CIRCUIT>::run(e, outputs); }, sections.composes);
+}
+
+// ---- cells
+
+/// A random expression over a cell's inputs: operand numbers below `inputs` are variables, the
+/// others earlier steps.
+struct CELL {
+    struct STEP {
+        unsigned operation;
+        unsigned left;
+        unsigned right;
+        bool complemented;
+    };
+    unsigned inputs;
+    std::vector<STEP> steps;
+
+    template <typename ENGINE>
+    typename ENGINE::EDGE build(ENGINE& e) const
+    {
+        typename ENGINE::EDGE values[64];
+        for (unsigned i = 0; i < inputs; ++i) {
+            values[i] = e.variable(i);
+        }
+        unsigned next = inputs;
+        for (const STEP& step : steps) {
+            const auto left = step.complemented ? e.negate(values[step.left]) : values[step.left];
+            const auto right = values[step.right];
+            values[next++] = step.operation == 0   ? e.conjunction(left, right)
+                             : step.operation == 1 ? e.parity(left, right)
+                                                   : e.disjunction(left, right);
+        }
+        return values[next - 1];
+    }
+
+    template <typename ENGINE>
+    void build_and_take_cofactors(ENGINE& e) const
+    {
+        const auto f = build(e);
+        for (unsigned i = 0; i < inputs; ++i) {
+            bench::keep(e.cofactor(f, i, false));
+            bench::keep(e.cofactor(f, i, true));
+        }
+    }
+};
+
+std::vector<CELL> random_cells(unsigned count)
+{
+    std::mt19937 random(8);
+    std::vector<CELL> cells;
+    while (cells.size() < count) {
+        CELL cell{3 + static_cast<unsigned>(random() % 6), {}};
+        std::vector<unsigned> open; // each value is used once: the expression is a tree
+        for (unsigned i = 0; i < 2 * cell.inputs; ++i) {
+            open.push_back(i % cell.inputs);
+        }
+        std::shuffle(open.begin(), open.end(), random);
+        unsigned next = cell.inputs;
+        while (open.size() > 1) {
+            const std::size_t at = random() % (open.size() - 1);
+            cell.steps.push_back(
+                {static_cast<unsigned>(random() % 3), open[at], open[at + 1], random() % 2 == 0});
+            open[at] = next++;
+            open.erase(open.begin() + static_cast<std::ptrdiff_t>(at) + 1);
+        }
+        cells.push_back(cell);
+    }
+    return cells;
+}
+
+template <typename ENGINE>
+void one_manager_each(const std::vector<CELL>& cells)
+{
+    for (const CELL& cell : cells) {
+        ENGINE engine(cell.inputs, 1000, 100); // BuDDy's advice for small examples
+        cell.build_and_take_cofactors(engine);
+    }
+}
+
+template <typename ENGINE>
+void one_manager_for_all(const std::vector<CELL>& cells)
+{
+    ENGINE engine(8, 100000, 10000);
+    for (const CELL& cell : cells) {
+        cell.build_and_take_cofactors(engine);
+    }
+}
+
+void measure_cells()
+{
+    using HASH = BASBD<BDD_STORE_HASH>;
+    using TREE = BASBD<BDD_STORE_TREE>;
+    const auto cells = random_cells(4000);
+    for (const CELL& cell : cells) {
+        HASH hash(cell.inputs, 0, 0);
+        BUDDY buddy(cell.inputs, 1000, 100);
+        check(hash.models(cell.build(hash)) == buddy.models(cell.build(buddy)), "unequal cells");
+    }
+    const auto each = [&](auto contender, double goal, const char* name) {
+        using ENGINE = typename decltype(contender)::type;
+        bench::print_row(name,
+                         {bench::ratio([&] { one_manager_each<ENGINE>(cells); },
+                                       [&] { one_manager_each<BUDDY>(cells); }, 9)},
+                         goal);
+    };
+    const auto all = [&](auto contender, double goal, const char* name) {
+        using ENGINE = typename decltype(contender)::type;
+        bench::print_row(name,
+                         {bench::ratio([&] { one_manager_for_all<ENGINE>(cells); },
+                                       [&] { one_manager_for_all<BUDDY>(cells); }, 9)},
+                         goal);
+    };
+    struct hash_store {
+        using type = HASH;
+    };
+    struct tree_store {
+        using type = TREE;
+    };
+    each(hash_store(), 0.25, "cells, a manager each, hash / BuDDy");
+    each(tree_store(), 0.5, "cells, a manager each, tree / BuDDy");
+    all(hash_store(), 0.65, "cells, one manager, hash / BuDDy");
+    all(tree_store(), 1.3, "cells, one manager, tree / BuDDy");
+}
+
+template <int METHOD>
+double bytes_per_node()
+{
+    const auto used = [] {
+        const auto info = mallinfo2();
+        return static_cast<double>(info.uordblks + info.hblkhd);
+    };
+    BASBD<METHOD> engine(16, 0, 0);
+    const double before = used();
+    multiplier8::build(engine);
+    const double bytes = used() - before;
+    // The nodes are as many as the triples that the table has taken: count them by a walk over
+    // all outputs would miss the intermediate ones, so the store's additions are replayed.
+    return bytes;
+}
+
+} // namespace
+
+int main()
+{
+    measure_cells();
+    SECTIONS sections;
+    measure<queens<6>>("queens 6", sections);
+    measure<queens<7>>("queens 7", sections);
+    measure<queens<8>>("queens 8", sections);
+    measure<multiplier8>("multiplier 8x8", sections);
+    measure<adder16>("adder 16", sections);
+    measure<symmetric20>("symmetric 20", sections);
+    measure<hidden_weighted_bit16>("hidden weighted bit 16", sections);
+    measure<random_sums30>("random sums 30", sections);
+    bench::print_row("builds, hash / BuDDy", sections.builds.hash, 1.0);
+    bench::print_row("cofactors, hash / BuDDy", sections.cofactors.hash, 0.8);
+    bench::print_row("composes, hash / BuDDy", sections.composes.hash, 0.9);
+    bench::print_row("builds, tree / hash", sections.builds.tree_by_hash, 2.0);
+    bench::print_row("cofactors, tree / hash", sections.cofactors.tree_by_hash, 2.0);
+    bench::print_row("composes, tree / hash", sections.composes.tree_by_hash, 2.0);
+    return 0;
+}

@@ -1,0 +1,47 @@
+#include "basbdd.h"
+#include "constants.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+struct TABLE_DELETER {
+    void operator()(BDD_TABLE* table) const
+    {
+        delete table->store;
+        delete table;
+    }
+};
+using OWNED_TABLE = std::unique_ptr<BDD_TABLE, TABLE_DELETER>;
+
+} // namespace
+
+BDD_MANAGER::BDD_MANAGER(BDD_STORE_METHOD method, unsigned short var_count, TECHMAP_SIG** sigs)
+    : nvars(var_count)
+{
+    std::unique_ptr<TECHMAP_SIG*[]> owned_sigs(new TECHMAP_SIG*[var_count]);
+    std::copy_n(sigs, var_count, owned_sigs.get());
+    OWNED_TABLE owned_table(new BDD_TABLE(method));
+    if (basbdd_one == nullptr) {
+        mkconstants();
+    }
+    for (unsigned short var = 0; var < var_count; ++var) {
+        owned_table->findoradd(var, basbdd_one, basbdd_zero);
+    }
+    varsigs = owned_sigs.release();
+    table = owned_table.release();
+}
+
+BDD_MANAGER::~BDD_MANAGER()
+{
+    delete[] varsigs;
+    TABLE_DELETER()(table);
+}
+
+unsigned short BDD_MANAGER::sig2varid(TECHMAP_SIG* sig)
+{
+    TECHMAP_SIG** const end = varsigs + nvars;
+    TECHMAP_SIG** const found = std::find(varsigs, end, sig);
+    return found == end ? no_variable : static_cast<unsigned short>(found - varsigs);
+}

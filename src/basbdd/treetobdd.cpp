@@ -1,0 +1,137 @@
+#include "basbdd.h"
+#include "edge.h"
+#include "memo.h"
+#include "report.h"
+#include "small_stack.h"
+
+namespace {
+
+/// @brief Converts an expression tree, left before right.
+///
+/// A signal without a variable makes every tree above it null; all further leaves are converted
+/// all the same, so that each is reported, once for each path to it.
+class CONVERSION {
+public:
+    CONVERSION(BDD_MANAGER& manager, const unsigned short* remap) : manager_(manager), remap_(remap)
+    {
+    }
+
+    BDD_NODE* convert(BOOL_TNODE* tree);
+
+private:
+    /// An operator whose operands are being converted.
+    struct FRAME {
+        BOOL_TNODE* tree;
+        BDD_NODE* left;
+        bool left_is_known;
+    };
+    using KEY = NODE_KEY<BOOL_TNODE>;
+
+    bool settle(BOOL_TNODE* tree, BDD_NODE*& result);
+    BDD_NODE* leaf(const BOOL_TNODE& tree);
+    BDD_NODE* join(const BOOL_TNODE& tree, BDD_NODE* left, BDD_NODE* right);
+
+    BDD_MANAGER& manager_;
+    const unsigned short* remap_;
+    SMALL_STACK<FRAME> stack_;
+    MEMO<KEY> memo_;
+};
+
+BDD_NODE* complement_unless_null(BDD_NODE* e, bool condition)
+{
+    return e == nullptr ? nullptr : edge::complement_if(e, condition);
+}
+
+BDD_NODE* CONVERSION::leaf(const BOOL_TNODE& tree)
+{
+    if (tree.op == BOOL_OP_ONE) {
+        return basbdd_one;
+    }
+    if (tree.op == BOOL_OP_ZERO) {
+        return basbdd_zero;
+    }
+    unsigned short var = manager_.sig2varid(basbd_leaf_signal(tree));
+    if (remap_ != nullptr && var < manager_.nvars) {
+        var = remap_[var];
+    }
+    if (var >= manager_.nvars) {
+        report_internal_error(REPORT_SITE::unknown_signal);
+        return nullptr;
+    }
+    return manager_.table->findoradd(var, basbdd_one, basbdd_zero);
+}
+
+/// Whether `result` holds the edge of the tree, which may be null, without a look at operands.
+bool CONVERSION::settle(BOOL_TNODE* tree, BDD_NODE*& result)
+{
+    if (basbd_is_leaf(*tree)) {
+        result = leaf(*tree);
+        return true;
+    }
+    if (tree->left == nullptr) {
+        result = basbdd_zero;
+        return true;
+    }
+    result = memo_.find({tree});
+    return result != nullptr;
+}
+
+/// The edge of an operator with both operands; null when one of them is.
+BDD_NODE* CONVERSION::join(const BOOL_TNODE& tree, BDD_NODE* left, BDD_NODE* right)
+{
+    const bool is_null = left == nullptr || right == nullptr;
+    switch (tree.op) {
+    case BOOL_OP_AND:
+        return is_null ? nullptr : manager_.ifthenelse(left, right, basbdd_zero);
+    case BOOL_OP_XOR:
+        return is_null ? nullptr : manager_.ifthenelse(left, edge::complement(right), right);
+    case BOOL_OP_OR:
+        return is_null ? nullptr : manager_.ifthenelse(left, basbdd_one, right);
+    default:
+        report_internal_error(REPORT_SITE::unknown_operator);
+        return nullptr;
+    }
+}
+
+BDD_NODE* CONVERSION::convert(BOOL_TNODE* tree)
+{
+    for (;;) {
+        BDD_NODE* result = nullptr;
+        if (!settle(tree, result)) {
+            stack_.push({tree, nullptr, false});
+            tree = tree->left;
+            continue;
+        }
+        while (!stack_.empty()) {
+            FRAME& frame = stack_.top();
+            if (!frame.left_is_known) {
+                result = complement_unless_null(result, frame.tree->lcompl != 0);
+                if (frame.tree->right != nullptr) {
+                    break;
+                }
+            } else {
+                result = join(*frame.tree, frame.left,
+                              complement_unless_null(result, frame.tree->rcompl != 0));
+            }
+            if (result != nullptr) {
+                // A null result is not kept: the reports below it recur on every path.
+                memo_.add({frame.tree}, result);
+            }
+            stack_.pop();
+        }
+        if (stack_.empty()) {
+            return result;
+        }
+        FRAME& frame = stack_.top();
+        frame.left = result;
+        frame.left_is_known = true;
+        tree = frame.tree->right;
+    }
+}
+
+} // namespace
+
+BDD_NODE* BOOL_TNODE::treetobdd(BDD_MANAGER* mgr, unsigned short* remap)
+{
+    return CONVERSION(*mgr, remap).convert(this);
+}

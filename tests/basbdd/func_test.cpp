@@ -1,0 +1,206 @@
+#include "bdd_oracle.h"
+#include "host_recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using bdd_oracle::MANAGER;
+using bdd_oracle::negate;
+using tree_oracle::signal;
+
+namespace {
+
+char names[] = "abcdefghijklm";
+constexpr auto AND = static_cast<char>(BOOL_OP_AND);
+constexpr auto XOR = static_cast<char>(BOOL_OP_XOR);
+constexpr auto SIG = static_cast<char>(BOOL_OP_SIG);
+
+std::string text_of(BDD_FUNC& f)
+{
+    char out[256];
+    f.printbddexpr(out, names);
+    return out;
+}
+
+std::vector<unsigned short> support_of(const BDD_FUNC& f)
+{
+    return {f.suppt, f.suppt + f.nvars + 1};
+}
+
+BOOL_TNODE* leaf(unsigned index) { return new BOOL_TNODE(SIG, signal(index)); }
+
+/// A BOOL_FUNC around a tree.
+struct TREE_FUNC : BOOL_FUNC {
+    explicit TREE_FUNC(BOOL_TNODE* tree, unsigned char complemented = 0)
+    {
+        root = tree;
+        rootcompl = complemented;
+    }
+};
+
+/// Variables 0 to 2 stand for the tree oracle's signals.
+struct func : testing::Test {
+    TECHMAP_SIG* signals[3] = {signal(0), signal(1), signal(2)};
+    BDD_MANAGER manager{BDD_STORE_HASH, 3, signals};
+    TREE_FUNC conjunction{new BOOL_TNODE(AND, leaf(0), 0, leaf(1), 0)};
+    BDD_FUNC f{3, &conjunction, &manager, nullptr};
+};
+
+} // namespace
+
+TEST(typical_request, runs_as_it_stands)
+{
+    for (const auto method : {BDD_STORE_HASH, BDD_STORE_TREE}) {
+        TECHMAP_SIG* st[] = {signal(0), signal(1)};
+        BOOL_FUNC function(BOOL_FUNC_AND, nullptr, BOOL_VAR_A);
+        function.addsigtofunc(st[0], 0);
+        function.addsigtofunc(st[1], 0);
+        function.setvarname(st[0], BOOL_VAR_A);
+        function.setvarname(st[1], BOOL_VAR_B);
+        EXPECT_EQ(function.nsuppt, 2);
+        const std::unique_ptr<char[]> equation(function.writeeqn());
+        EXPECT_STREQ(equation.get(), "A*B");
+        BDD_MANAGER manager(method, 2, st);
+        BDD_FUNC bdd(2, &function, &manager, nullptr);
+        EXPECT_EQ(support_of(bdd), (std::vector<unsigned short>{0, 1, 0xFFFF}));
+        EXPECT_EQ(text_of(bdd), "(a?b:0)");
+        bdd.setsigto1(st[1]);
+        EXPECT_EQ(bdd.bdd, manager.table->findoradd(0, basbdd_one, basbdd_zero));
+        EXPECT_EQ(text_of(bdd), "a");
+    }
+}
+
+TEST_F(func, edits_are_seen_in_text_and_support)
+{
+    const auto edited = [&](auto edit) {
+        BDD_FUNC copy(&f);
+        edit(copy);
+        return text_of(copy) + " " + std::to_string(copy.nsuppt);
+    };
+    TREE_FUNC parity(new BOOL_TNODE(XOR, leaf(0), 0, leaf(2), 0));
+    BDD_FUNC g(3, &parity, &manager, nullptr);
+    EXPECT_EQ(text_of(g), "~(a?c:~c)");
+    EXPECT_EQ(edited([&](auto& c) { c.setsigto1(signal(1)); }), "a 1");
+    EXPECT_EQ(edited([&](auto& c) { c.setsigto0(signal(1)); }), "0 0");
+    EXPECT_EQ(edited([&](auto& c) { c.complsiginfn(signal(1)); }), "~(a?b:1) 2");
+    EXPECT_EQ(edited([&](auto& c) { c.substfnforsig(signal(1), &g); }), "~(a?c:1) 2");
+    EXPECT_EQ(edited([&](auto& c) { c.setsigto1(signal(2)); }), "(a?b:0) 2");
+    EXPECT_EQ(edited([&](auto& c) { c.setsigto1(signal(9)); }), "0 0");
+    EXPECT_EQ(edited([&](auto& c) { c.setsigto0(signal(9)); }), "0 0");
+    EXPECT_EQ(edited([&](auto& c) { c.complsiginfn(signal(9)); }), "0 0");
+    EXPECT_EQ(edited([&](auto& c) { c.substfnforsig(signal(9), &g); }), "0 0");
+    EXPECT_EQ(edited([&](auto& c) { c.setbdd(nullptr); }), "0 0");
+    EXPECT_EQ(text_of(f), "(a?b:0)");
+    EXPECT_TRUE(host_recorder::take_reports().empty());
+}
+
+TEST_F(func, converts_odd_trees)
+{
+    const auto converted = [&](BOOL_TNODE* tree, unsigned char complemented = 0,
+                               unsigned short* remap = nullptr) {
+        TREE_FUNC function(tree, complemented);
+        BDD_FUNC bdd(3, &function, &manager, remap);
+        return text_of(bdd);
+    };
+    unsigned short exchange[] = {1, 0, 2};
+    EXPECT_EQ(converted(new BOOL_TNODE(BOOL_OP_ONE)), "1");
+    EXPECT_EQ(converted(new BOOL_TNODE(BOOL_OP_ONE), 1), "0");
+    EXPECT_EQ(converted(new BOOL_TNODE(AND, nullptr, 0, leaf(0), 0)), "0");
+    EXPECT_EQ(converted(new BOOL_TNODE(23, leaf(0), 1, nullptr, 0)), "~a");
+    EXPECT_EQ(converted(new BOOL_TNODE(AND, leaf(0), 0, leaf(1), 1), 0, exchange), "~(a?1:~b)");
+    EXPECT_EQ(converted(nullptr), "0");
+    EXPECT_EQ(converted(nullptr, 1), "1");
+}
+
+TEST_F(func, reports_each_misuse_once)
+{
+    const auto lines = [] { return host_recorder::take_report_lines(); };
+    using LINES = std::vector<int>;
+    BDD_FUNC no_source(nullptr);
+    const auto report = host_recorder::take_reports().at(0);
+    EXPECT_EQ(report.text + report.app + " " + report.id + " " + report.rev,
+              "basbd 4:1 $Revision: 1.5 $");
+    EXPECT_EQ(std::make_tuple(report.line, report.kind, report.extra),
+              std::make_tuple(150, 2, nullptr));
+    no_source.setsigto1(signal(0));
+    EXPECT_EQ(text_of(no_source), "0");
+
+    BDD_FUNC no_tree(3, nullptr, &manager, nullptr);
+    EXPECT_EQ(lines(), LINES{166});
+    EXPECT_EQ(no_tree.bdd, basbdd_zero);
+
+    BDD_MANAGER other(BDD_STORE_TREE, 3, signals);
+    BDD_FUNC foreign(1, &conjunction, &other, nullptr);
+    EXPECT_EQ(support_of(foreign), (std::vector<unsigned short>{0, 0xFFFF})) << "the list is full";
+    BDD_FUNC(&f).substfnforsig(signal(0), &foreign);
+    EXPECT_EQ(lines(), (LINES{202, 205}));
+
+    BDD_NODE childless(0);
+    BDD_FUNC unusable(&f);
+    unusable.bdd = &childless;
+    EXPECT_EQ(text_of(unusable), "(a?:)");
+    EXPECT_EQ(lines(), (LINES{97, 117}));
+    unusable.bdd = nullptr;
+    EXPECT_EQ(text_of(unusable), "");
+    EXPECT_EQ(lines(), LINES{241});
+
+    // One unknown signal on two paths, below a good subtree and an unknown operator.
+    auto* bad = new BOOL_TNODE(AND, leaf(0), 0, leaf(9), 0);
+    TREE_FUNC shared(new BOOL_TNODE(23, bad, 1, new BOOL_TNODE(XOR, leaf(1), 0, bad, 0), 0), 1);
+    BDD_FUNC g(3, &shared, &manager, nullptr);
+    EXPECT_EQ(lines(), (LINES{563, 563, 586}));
+    EXPECT_EQ(text_of(g), "1") << "the complement of what could not be converted";
+    unsigned short remap[] = {0, 3, 2};
+    BDD_FUNC remapped(3, &conjunction, &manager, remap);
+    EXPECT_EQ(lines(), LINES{563});
+    EXPECT_EQ(text_of(remapped), "0");
+}
+
+TEST_F(func, support_merges_into_a_list)
+{
+    unsigned short list[] = {1, 5, 0xFFFF, 0xFFFF, 0xFFFF};
+    f.bdd->adduniqueidx(list);
+    const unsigned short expected[] = {0, 1, 5, 0xFFFF, 0xFFFF};
+    EXPECT_TRUE(std::equal(std::begin(list), std::end(list), expected));
+}
+
+TEST(conversion, agrees_with_the_tree_evaluator)
+{
+    constexpr unsigned variables = 12;
+    TECHMAP_SIG* order[variables];
+    unsigned short remap[variables];
+    for (unsigned short i = 0; i < variables; ++i) {
+        order[i] = signal(i);
+        remap[i] = static_cast<unsigned short>((5 * i + 3) % variables);
+    }
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        std::mt19937 random(seed);
+        tree_oracle::SHAPES shapes;
+        shapes.signals = 1 + seed % variables;
+        shapes.depth = 9;
+        shapes.lone_right = shapes.shared = true;
+        TREE_FUNC tree(tree_oracle::random_tree(random, shapes),
+                       static_cast<unsigned char>(seed % 2));
+        const auto expected = tree_oracle::column(tree, variables);
+        BDD_MANAGER manager(BDD_STORE_METHOD(seed % 2), variables, order);
+        BDD_FUNC straight(variables, &tree, &manager, nullptr);
+        BDD_FUNC moved(variables, &tree, &manager, remap);
+        ASSERT_EQ(bdd_oracle::column(straight.bdd, variables), expected);
+        ASSERT_TRUE(bdd_oracle::is_canonical(straight.bdd));
+        for (unsigned assignment = 0; assignment < 1U << variables; ++assignment) {
+            unsigned seen = 0;
+            for (unsigned i = 0; i < variables; ++i) {
+                seen |= (assignment >> remap[i] & 1U) << i;
+            }
+            ASSERT_EQ(bdd_oracle::evaluate(moved.bdd, assignment), expected[seen]);
+        }
+        for (unsigned short i = 0; i < variables; ++i) {
+            const bool depends = manager.compose(straight.bdd, i, basbdd_one) !=
+                                 manager.compose(straight.bdd, i, basbdd_zero);
+            EXPECT_EQ(std::binary_search(straight.suppt, straight.suppt + straight.nsuppt, i),
+                      depends);
+        }
+    }
+}

@@ -1,0 +1,189 @@
+#include "bdd_oracle.h"
+#include "host_recorder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+using bdd_oracle::MANAGER;
+using bdd_oracle::negate;
+
+namespace {
+
+long live_blocks = 0;
+long blocks_until_failure = -1;
+
+} // namespace
+
+/// Counts what is taken and given back, here and in the libraries, and fails on demand.
+void* operator new(std::size_t size)
+{
+    void* const block = blocks_until_failure == 0 ? nullptr : std::malloc(size);
+    blocks_until_failure -= blocks_until_failure > 0 ? 1 : 0;
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    ++live_blocks;
+    return block;
+}
+
+void operator delete(void* block) noexcept
+{
+    live_blocks -= block != nullptr ? 1 : 0;
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
+
+namespace {
+
+class large : public testing::TestWithParam<BDD_STORE_METHOD> {};
+
+/// x0 op (x1 op (x2 op ...)), and the manager's variables for the leaves.
+BOOL_TNODE* chain(char op, const std::vector<TECHMAP_SIG*>& signals)
+{
+    constexpr auto SIG = static_cast<char>(BOOL_OP_SIG);
+    auto* tree = new BOOL_TNODE(SIG, signals.back());
+    for (std::size_t i = signals.size() - 1; i-- > 0;) {
+        tree = new BOOL_TNODE(op, new BOOL_TNODE(SIG, signals[i]), 0, tree, 0);
+    }
+    return tree;
+}
+
+/// The placements of n queens, row by row: none, or one that nothing above it attacks.
+BDD_NODE* queens(MANAGER& m, int n)
+{
+    const auto attacks = [&](int a, int b) {
+        const int rows = a / n - b / n;
+        const int columns = a % n - b % n;
+        return a != b && (rows == 0 || columns == 0 || rows == columns || rows == -columns);
+    };
+    BDD_NODE* all = basbdd_one;
+    for (int row = n; row-- > 0;) {
+        BDD_NODE* one = basbdd_zero;
+        for (int a = row * n; a < row * n + n; ++a) {
+            BDD_NODE* placed = m.variable(static_cast<unsigned>(a));
+            for (int b = 0; b < n * n; ++b) {
+                if (attacks(a, b)) {
+                    BDD_NODE* const other = m.variable(static_cast<unsigned>(b));
+                    placed = m.bdds.ifthenelse(placed, negate(other), basbdd_zero);
+                }
+            }
+            one = m.bdds.ifthenelse(one, basbdd_one, placed);
+        }
+        all = m.bdds.ifthenelse(all, one, basbdd_zero);
+    }
+    return all;
+}
+
+} // namespace
+
+INSTANTIATE_TEST_SUITE_P(each, large, testing::Values(BDD_STORE_HASH, BDD_STORE_TREE));
+
+TEST_P(large, queens)
+{
+    for (const auto& [n, solutions] : {std::pair(6, 4), std::pair(7, 40), std::pair(8, 92)}) {
+        const auto squares = static_cast<unsigned>(n * n);
+        MANAGER m(GetParam(), squares);
+        EXPECT_EQ(bdd_oracle::count_models(queens(m, n), squares), solutions);
+    }
+}
+
+TEST_P(large, carry_of_256_bits)
+{
+    MANAGER m(GetParam(), 512);
+    BDD_NODE* carry = basbdd_zero;
+    for (unsigned i = 512; i > 0; i -= 2) { // the least significant bits are the lowest variables
+        BDD_NODE* const a = m.variable(i - 2);
+        BDD_NODE* const b = m.variable(i - 1);
+        BDD_NODE* const either = m.bdds.ifthenelse(a, basbdd_one, b);
+        carry = m.bdds.ifthenelse(m.bdds.ifthenelse(a, b, basbdd_zero), basbdd_one,
+                                  m.bdds.ifthenelse(either, carry, basbdd_zero));
+    }
+    // Of all pairs of numbers, half but for the share of those whose sum has only ones.
+    EXPECT_EQ(std::ldexp(bdd_oracle::count_models(carry, 512), -512), 0.5 - std::ldexp(1.0, -257));
+}
+
+TEST_P(large, parity_of_2000_variables_in_both_directions)
+{
+    MANAGER m(GetParam(), 2000);
+    BOOL_FUNC tree;
+    tree.root = chain(BOOL_OP_XOR, m.signals);
+    BDD_FUNC downwards(2000, &tree, &m.bdds, nullptr);
+    EXPECT_EQ(downwards.nsuppt, 2000);
+    BDD_NODE* upwards = basbdd_zero;
+    for (unsigned i = 0; i < 2000; ++i) {
+        BDD_NODE* const x = m.variable(i);
+        upwards = m.bdds.ifthenelse(x, negate(upwards), upwards);
+    }
+    EXPECT_EQ(upwards, downwards.bdd);
+}
+
+TEST_P(large, conjunction_of_60000_variables)
+{
+    constexpr unsigned n = 60000;
+    MANAGER m(GetParam(), n);
+    BOOL_FUNC tree;
+    tree.root = chain(BOOL_OP_AND, m.signals);
+    BDD_FUNC f(n, &tree, &m.bdds, nullptr);
+    EXPECT_EQ(f.nsuppt, n);
+    f.complsiginfn(m.signals[n - 1]);
+    f.setsigto1(m.signals[7]);
+    EXPECT_EQ(f.nsuppt, n - 1);
+    std::string names(n, 'x');
+    std::string text(6 * n, ' ');
+    f.printbddexpr(text.data(), names.data());
+    EXPECT_EQ(text.substr(0, 8), "~(x?(x?(");
+}
+
+TEST_P(large, a_manager_of_all_65535_variables)
+{
+    MANAGER m(GetParam(), 65535);
+    BOOL_FUNC tree;
+    tree.root = chain(BOOL_OP_AND, m.signals);
+    BDD_FUNC f(65535, &tree, &m.bdds, nullptr);
+    EXPECT_EQ(f.nsuppt, 65535);
+    EXPECT_EQ(f.suppt[65534], 65534);
+    EXPECT_EQ(m.bdds.sig2varid(m.signals[65534]), 65534);
+}
+
+TEST_P(large, subtrees_on_many_paths_are_converted_once)
+{
+    MANAGER m(GetParam(), 3);
+    BOOL_FUNC tree;
+    tree.root = chain(BOOL_OP_XOR, m.signals);
+    for (int i = 0; i < 14; ++i) { // usage counts the paths in 16 bits
+        tree.root = new BOOL_TNODE(BOOL_OP_AND, tree.root, 0, tree.root, 0);
+    }
+    BDD_FUNC f(3, &tree, &m.bdds, nullptr);
+    EXPECT_EQ(bdd_oracle::count_models(f.bdd, 3), 4);
+}
+
+TEST_P(large, every_block_is_given_back_once_wherever_memory_runs_out)
+{
+    {
+        MANAGER constants(GetParam(), 0);
+    }
+    BOOL_FUNC tree;
+    TECHMAP_SIG* signals[12];
+    for (unsigned i = 0; i < 12; ++i) {
+        signals[i] = tree_oracle::signal(i);
+    }
+    tree.root = chain(BOOL_OP_XOR, {signals, signals + 12});
+    const long before = live_blocks;
+    bool done = false;
+    for (long k = 0; !done; ++k) {
+        blocks_until_failure = k;
+        try {
+            BDD_MANAGER manager(GetParam(), 12, signals);
+            BDD_FUNC f(12, &tree, &manager, nullptr);
+            BDD_FUNC g(&f);
+            g.complsiginfn(signals[3]);
+            done = true;
+        } catch (const std::bad_alloc&) {
+        }
+        blocks_until_failure = -1;
+        ASSERT_EQ(live_blocks, before) << k;
+    }
+}
