@@ -13,7 +13,9 @@ class UT_FASTMEM;
 /// A signal of the host's netlist. The library compares addresses and never looks inside.
 class TECHMAP_SIG;
 
-/// The name of a variable; a leaf named v has the op code v + 4. There is no "H".
+/// @brief The name of a variable; a leaf named v has the op code v + 4. There is no "H".
+///
+/// The default texts are the letters of the enumerators.
 enum BOOL_VARNAME : int {
     BOOL_VAR_A = 0,
     BOOL_VAR_B = 1,
@@ -51,60 +53,178 @@ enum BOOL_OP : signed char {
 };
 
 /// @brief A node of an expression tree: an operator with up to two operands, or a leaf.
+///
+///     AND        left: s          lcompl 0
+///     |-- s      right: the OR    rcompl 1       stands for  s AND NOT (t OR 1)
+///     `--~OR     left: t, right: constant 1
+///
+/// What a node stands for, where an operand enters complemented when its flag is 1:
+///
+/// | node                        | value                                             |
+/// |-----------------------------|---------------------------------------------------|
+/// | both operands               | left OP right                                     |
+/// | left operand only           | that operand; the operator does not matter        |
+/// | right operand only          | in simplification that operand, else constant 0   |
+/// | operator without operands   | constant 0                                        |
+/// | leaf                        | its signal, 1 or 0                                |
+///
+/// Every op code that is no leaf's counts as an operator; the operations that must know the
+/// operator report any but AND, XOR and OR.
+///
+/// Trees may share subtrees. Walks take neither call stack nor memory, whatever the depth: on their
+/// way down they lend out the nodes' own pointers, so nothing else may look at a tree during a
+/// call, not even a message manager that receives a report. An operation visits a node once for
+/// every path that leads to it, unless it says otherwise. Its cost is linear in the visits.
+///
+/// Reports are internal errors "4:11" with the line given here. Where an operation takes nodes from
+/// the pool and that throws `std::bad_alloc`, the tree is as it was.
 class BASBD_API BOOL_TNODE {
 public:
     signed char op;       ///< node kind, see BOOL_OP
     unsigned short usage; ///< scratch of the walks: a reference count or a visited mark
-    unsigned char lcompl; ///< 1: the left operand enters complemented
-    unsigned char rcompl; ///< 1: the right operand enters complemented
-    BOOL_TNODE* left;     ///< left operand; in a signal leaf the signal (see basbd_leaf_signal)
+    unsigned char lcompl; ///< 1: the left operand enters complemented, else 0
+    unsigned char rcompl; ///< 1: the right operand enters complemented, else 0
+    BOOL_TNODE* left;     ///< left operand or null; in a signal leaf the signal, in a constant null
     BOOL_TNODE* right;    ///< right operand or null; null in a leaf
 
-    static UT_FASTMEM* fstmem; ///< the pool that every node comes from
+    static UT_FASTMEM* fstmem; ///< the pool that every node comes from; made at load, never freed
 
-    BOOL_TNODE();
-    explicit BOOL_TNODE(char op);
-    BOOL_TNODE(char op, BOOL_TNODE* left);
-    BOOL_TNODE(char op, TECHMAP_SIG* sig);
+    /// @name Making and freeing nodes
+    /// A node owns nothing: to delete it leaves its children alone. The constructors take the
+    /// fields as they come and leave `usage` at 0.
+    /// @{
+    BOOL_TNODE();                          ///< an operator, AND until the creator sets `op`
+    explicit BOOL_TNODE(char op);          ///< an operator without children, or a constant
+    BOOL_TNODE(char op, BOOL_TNODE* left); ///< an operator with a left operand
+    BOOL_TNODE(char op, TECHMAP_SIG* sig); ///< a leaf of `sig`: `op` 3, or 4 to 20 with a name
     BOOL_TNODE(char op, BOOL_TNODE* left, unsigned char lcompl, BOOL_TNODE* right,
-               unsigned char rcompl);
+               unsigned char rcompl); ///< an operator with both operands
+
+    /// @brief A deep copy: `usage` and all, with a copy of a shared subtree for every path to it.
+    /// @param src  null is reported (line 56) and gives an operator without children
     explicit BOOL_TNODE(BOOL_TNODE* src);
     BOOL_TNODE(const BOOL_TNODE&) = delete;
     BOOL_TNODE& operator=(const BOOL_TNODE&) = delete;
 
-    static void* operator new(std::size_t size);
-    static void operator delete(void* block);
+    static void* operator new(std::size_t size); ///< a block of the pool
+    static void operator delete(void* block);    ///< returns one node's block to the pool
 
+    /// @brief Clears `usage` in every node, leaves included.
+    ///
+    /// Visits each node once however many paths lead to it, and whatever `usage` held. With
+    /// `markusage`, `reclaim` and the deletion of the root it frees a whole tree.
     void unmarknodes();
+    /// Adds 1 to `usage` in every node for each path to it; wraps at 65,536.
     void markusage();
+    /// @brief Takes 1 from `usage` in every node for each path, and deletes a child left with 0.
+    ///
+    /// Deletes neither this node nor clears pointers to what it deletes. `BOOL_FUNC` frees its tree
+    /// in another way, which no number of paths can lead astray.
     void reclaim();
+    /// @}
 
+    /// @name Signals of a tree
+    /// A leaf stands for `sig` whether it is named or not. Constants stand for no signal, so a null
+    /// `sig` is found nowhere.
+    /// @{
+
+    /// @brief Adds a leaf for `sig` where the chain of right operands ends; `iscompl` not 0
+    /// complements its edge.
+    ///
+    /// Fills a missing left, then a missing right operand. A leaf that is there already moves to
+    /// the left of a new operator with this node's op code, its complement with it. Does nothing on
+    /// a leaf. Linear in the length of the chain.
     void addsig(TECHMAP_SIG* sig, unsigned char iscompl);
+    /// Whether a leaf stands for `sig`.
     bool issiginsuppt(TECHMAP_SIG* sig);
+    /// @brief The flag of the edge into the leaf of `sig` that a search finds which looks at right
+    /// operands first; false without one, and on a leaf. Flags further up do not count.
     bool issigcompl(TECHMAP_SIG* sig);
+    /// Whether this node is a leaf named `v`.
     bool isvarinleaf(BOOL_VARNAME v);
+    /// Whether some leaf is named `v`.
     bool isvarinsuppt(BOOL_VARNAME v);
+    /// @brief Names every leaf of `sig`.
+    /// @param v  a value above 16 is reported for each such leaf (line 252), which stays as it is
     void setsigvname(TECHMAP_SIG* sig, BOOL_VARNAME v);
+    /// The name of the first named leaf of `sig`, left before right; else `BOOL_VAR_NONE`.
     BOOL_VARNAME getsigvname(TECHMAP_SIG* sig);
+    /// @brief Puts a deep copy of `sub` in the place of each leaf of `sig`, and toggles the edge's
+    /// flag when `iscompl` is not 0.
+    ///
+    /// The copies are not searched; `sub` does not change. Visits each operator once. Reported on a
+    /// leaf (line 323), which stays as it is. A null `sub` is reported for each copy (line 56).
     void subtreeforsig(TECHMAP_SIG* sig, BOOL_TNODE* sub, unsigned char iscompl);
+    /// @brief Enters the tree's distinct signals as they are met.
+    /// @param list  20 entries, filled from the front and null behind; more signals are left out
     void listsigs(TECHMAP_SIG** list);
+    /// Makes constant 1 of every leaf of `sig`; edges keep their flags.
     void setsigto1(TECHMAP_SIG* sig);
+    /// Makes constant 0 of every leaf of `sig`; edges keep their flags.
     void setsigto0(TECHMAP_SIG* sig);
+    /// @brief Toggles the flag of every edge into a leaf of `sig`, once however it is reached.
+    ///
+    /// Call `unmarknodes` before: operators whose `usage` is not 0 are passed over. Reported on a
+    /// leaf, and for each operator without left operand, which is passed over (line 555).
     void complsigintree(TECHMAP_SIG* sig);
+    /// @brief Exchanges the names QX and QY, once in each leaf. Call `unmarknodes` before: nodes
+    /// whose `usage` is not 0 are passed over.
     void exchangexy();
+    /// Makes every leaf of `sig2` one of `sig1`; names stay.
     void subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2);
+    /// @brief Deletes every leaf of `sig` and clears the pointers to it; nothing is simplified.
+    /// Reported on a leaf (line 659), which stays as it is.
     void rmsigfromtree(TECHMAP_SIG* sig);
+    /// The number of leaves, one for every path.
     unsigned int countleaves();
+    /// @brief Detaches the first right operand that has `size` leaves.
+    ///
+    /// Follows right operands as long as there is a leaf on the left. The flag of the detached edge
+    /// stays behind. Linear in the tree.
+    /// @return the operand, the caller's from then on; null when there is none
     BOOL_TNODE* getsubtreeofsize(unsigned short size);
+    /// @}
 
+    /// @name Simplification
+    /// In place, so on trees that share no nodes. An operation that returns a node returns what
+    /// stands for this one from then on; when that is another node, the caller deletes this one
+    /// alone. A signal leaf so returned may carry a complement in its own `lcompl`: the caller
+    /// clears it and toggles the flag of the edge into the leaf.
+    /// @{
+
+    /// Complements the node: AND and OR change places and toggle both flags, constants change
+    /// places, anything else toggles `lcompl`.
     void complsubtree();
+    /// @brief Removes constants, missing operands and operators of twice the same signal, children
+    /// before parents. Reported on a leaf, which is returned (line 700).
     BOOL_TNODE* reducetrivialsubtrees();
+    /// For two operands, the right one constant. An unknown operator is reported (line 836) and
+    /// returned.
     BOOL_TNODE* trivialrchild();
+    /// For two operands, the left one constant. An unknown operator is reported (line 902) and
+    /// returned.
     BOOL_TNODE* triviallchild();
+    /// For two leaves of one signal. An unknown operator is reported (line 945), loses both and is
+    /// returned.
     BOOL_TNODE* idempotency();
+    /// @brief Moves all complements to the edges into leaves, and complements the tree as well
+    /// when `iscompl` is not 0.
+    ///
+    /// Reported on a leaf (line 1463), and where a complement meets an unknown operator, which
+    /// stays as it is (line 1482).
     void pushbubblestoleaves(unsigned char iscompl);
+    /// Whether every operator of the tree is `op`; true for a leaf.
     bool issubtreepure(char op);
+    /// @}
 
+    /// @brief Writes the tree as an equation: "*" AND, "@" XOR, "+" OR, "~" complement, no blanks.
+    ///
+    /// A right operand of the same operator goes without parentheses unless it is complemented. A
+    /// leaf without a name (line 441) or text (line 436) is reported and written as nothing.
+    /// @param buf  start of a buffer from `new char[]`, as large as the last one that was written
+    ///             to, at first 256; replaced by one of twice the size as often as it must grow
+    /// @param cur  where the text begins in it; moved behind the text, which is not terminated
+    /// @return `cur`
     char* writesubtree(char*& buf, char*& cur);
     BDD_NODE* treetobdd(BDD_MANAGER* mgr, unsigned short* remap);
 };
@@ -122,44 +242,108 @@ inline TECHMAP_SIG* basbd_leaf_signal(const BOOL_TNODE& leaf)
 }
 
 /// @brief One logic function as an expression tree.
+///
+/// The function is the value of `root`, complemented when `rootcompl` is 1:
+///
+///     BOOL_FUNC f(BOOL_FUNC_AND, nullptr, BOOL_VAR_A);
+///     f.addsigtofunc(s, 0);
+///     f.addsigtofunc(t, 1);
+///     f.setvarname(s, BOOL_VAR_A);
+///     f.setvarname(t, BOOL_VAR_B);
+///     std::unique_ptr<char[]> text(f.writeeqn());    // "A*~B"
+///
+/// A function without a tree is given one by `setfunctype`, `setlogic1`, `setlogic0` or
+/// `buildcofactexpr`. Edits that need a tree report its absence (internal error "4:11" with the
+/// line given here) and change nothing; other operations find nothing to do. When the pool throws
+/// `std::bad_alloc`, the function is as it was.
+///
+/// A function and its tree are for one thread at a time; so are the pool and the names.
 class BASBD_API BOOL_FUNC {
 public:
-    unsigned short nsuppt;   ///< number of distinct signals, as last counted; at most 20
-    unsigned char rootcompl; ///< 1: the function is the complement of its tree
+    unsigned short nsuppt;   ///< number of distinct signals, as last counted or maintained
+    unsigned char rootcompl; ///< 1: the function is the complement of its tree, else 0
     BOOL_TNODE* root;        ///< the tree, owned; null in a function that was given none
 
-    BOOL_FUNC();
-    BOOL_FUNC(char const** names, BOOL_VARNAME last);
-    BOOL_FUNC(BOOL_FUNCTYPE type, char const** names, BOOL_VARNAME last);
+    /// @name Making
+    /// The first constructor in the process that takes `names` fixes the texts of the variables for
+    /// good: copies of `names[0]` to `names[last]`, of 17 texts at most, or "A" to "G", "I" to "P",
+    /// "QX" and "QY" when `names` is null.
+    /// @{
+    BOOL_FUNC();                                      ///< no tree
+    BOOL_FUNC(char const** names, BOOL_VARNAME last); ///< no tree
+    BOOL_FUNC(BOOL_FUNCTYPE type, char const** names,
+              BOOL_VARNAME last); ///< an operator without operands, which stands for 0
+    /// A deep copy. Null is reported (line 1025) and gives a function without a tree; a source
+    /// without a tree is reported (line 56) and gives an operator without operands.
     explicit BOOL_FUNC(BOOL_FUNC* src);
     BOOL_FUNC(const BOOL_FUNC&) = delete;
     BOOL_FUNC& operator=(const BOOL_FUNC&) = delete;
-    ~BOOL_FUNC();
+    ~BOOL_FUNC(); ///< frees each node of the tree once, however it is shared
 
+    /// Sets the operator of the root and leaves its operands; makes a root where there is none.
+    /// Does nothing to a root that is a leaf.
     void setfunctype(BOOL_FUNCTYPE type);
+    /// @brief Adds a leaf as `BOOL_TNODE::addsig` does; counts a new signal. One walk.
+    ///
+    /// Reported without a tree (line 1138). Does nothing to a root that is a leaf.
     void addsigtofunc(TECHMAP_SIG* sig, unsigned char iscompl);
-    void setlogic1();
-    void setlogic0();
+    void setlogic1(); ///< constant 1 instead of the tree, which is freed
+    void setlogic0(); ///< constant 0 instead of the tree, which is freed
+    /// (s AND a) OR (NOT s AND b) instead of the tree, which is freed; `nsuppt` is 3.
     void buildcofactexpr(TECHMAP_SIG* s, TECHMAP_SIG* a, TECHMAP_SIG* b);
+    /// @}
 
-    bool islogic1();
-    bool islogic0();
+    /// @name Questions
+    /// @{
+    bool islogic1(); ///< whether the tree is constant 1 after `cleanbufs`
+    bool islogic0(); ///< whether the tree is constant 0 after `cleanbufs`
+    /// The name of the first named leaf of `sig`, or `BOOL_VAR_NONE`; also after the report that
+    /// there is no tree (line 1158).
     BOOL_VARNAME getvarname(TECHMAP_SIG* sig);
-    unsigned short countsuppt();
+    unsigned short countsuppt(); ///< number of distinct signals in the tree, at most 20; not stored
+    /// Number of distinct signals in this tree and that of `other`, which may be missing; at most
+    /// 20, and 0 when this function has no tree.
     unsigned short countsupptunion(BOOL_FUNC* other);
+    /// @brief The operator of a function that uses a single one; 22 for any other function.
+    ///
+    /// Cleans the function and moves its complements, the root's too, to the edges into leaves.
     char getpurefunc();
+    /// @}
 
-    void setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v);
-    void setsigto1(TECHMAP_SIG* sig);
-    void setsigto0(TECHMAP_SIG* sig);
-    void complsiginfunc(TECHMAP_SIG* sig);
-    void exchangexy();
+    /// @name Edits by signal
+    /// @{
+    void setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v); ///< line 1149; see `setsigvname`
+    void setsigto1(TECHMAP_SIG* sig);      ///< fixes `sig` and counts the support; line 1301
+    void setsigto0(TECHMAP_SIG* sig);      ///< fixes `sig` and counts the support; line 1312
+    void complsiginfunc(TECHMAP_SIG* sig); ///< NOT `sig` for `sig`; line 1323. Linear if shared
+    void exchangexy(); ///< exchanges the names QX and QY; line 1341. Linear if shared
+    /// `sig1` in every leaf of `sig2`; the support is not counted. Line 1351.
     void subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2);
+    /// @brief Puts a copy of `fn`, complement and all, in the place of each leaf of `sig`; counts
+    /// the support.
+    ///
+    /// Reported without a tree (line 1175) and when both have the same root (line 1178). A missing
+    /// tree of `fn` is reported for each copy (line 56), which is an operator without operands.
     void substfnforsig(TECHMAP_SIG* sig, BOOL_FUNC* fn);
+    /// Drops the leaves of `sig` and cleans: operators lose the operand. A tree that is such a leaf
+    /// becomes constant 0.
     void rmsigfromfunc(TECHMAP_SIG* sig);
+    /// @}
 
+    /// @brief Replaces the tree by an unshared copy, simplifies it and counts the support. A
+    /// constant is left without `rootcompl`.
     void cleanbufs();
+    /// @brief Splits off a right operand with `size` leaves, see `BOOL_TNODE::getsubtreeofsize`,
+    /// and cleans the rest.
+    /// @return the operand as a function of its own, the caller's; null when there is none, or when
+    ///         `nsuppt` is not above `size`, in which case nothing is cleaned either
     BOOL_FUNC* breakfunc(unsigned short size);
+    /// @brief The function as an equation, see `BOOL_TNODE::writesubtree`: "~(...)" with
+    /// `rootcompl`, "1" for the complement of "0", "" without a tree.
+    /// @return a terminated text, the caller's to free with `delete[]`. Linear in its length
     char* writeeqn();
+    /// @brief Appends ":" and the text of every variable name in use, in the names' order; a mere
+    /// ":" without a tree or support. A name without a text is left out.
+    /// @param text  terminated, with room for what is appended
     void catvars(char* text);
 };

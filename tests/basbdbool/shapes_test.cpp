@@ -181,7 +181,7 @@ TEST(shapes, shared_nodes_are_edited_and_freed_once)
     for (const bool removes : {false, true}) {
         BOOL_FUNC function(BOOL_FUNC_AND, nullptr, BOOL_VAR_A);
         BOOL_TNODE* const leaf = parse_shape("s0");
-        BOOL_TNODE* const shared = new BOOL_TNODE(BOOL_OP_OR, leaf, 1, leaf, 0);
+        auto* const shared = new BOOL_TNODE(BOOL_OP_OR, leaf, 1, leaf, 0);
         function.root->left = function.root->right = shared;
         if (removes) {
             function.root->rmsigfromtree(s0);
@@ -192,15 +192,6 @@ TEST(shapes, shared_nodes_are_edited_and_freed_once)
         }
     }
     EXPECT_EQ(counting_pool::live(), before);
-}
-
-TEST(shapes, a_fresh_node)
-{
-    const std::unique_ptr<BOOL_TNODE> bare(new BOOL_TNODE());
-    EXPECT_EQ(shape(bare.get()), "AND(-,-)");
-    const std::unique_ptr<BOOL_TNODE> above(new BOOL_TNODE(BOOL_OP_OR, bare.get()));
-    EXPECT_EQ(shape(above.get()), "OR(AND(-,-),-)");
-    EXPECT_EQ(above->usage, 0);
 }
 
 TEST(shapes, constants_hold_no_signal)
