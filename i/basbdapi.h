@@ -7,8 +7,8 @@
 
 /// The C library's assertion failure: prints file, line, signature and text, then aborts.
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the name is the C library's
-extern "C" [[noreturn]] void __assert_fail(const char* text, const char* file, unsigned int line,
-                                           const char* signature) noexcept;
+extern "C" void __assert_fail(const char* text, const char* file, unsigned int line,
+                              const char* signature) noexcept __attribute__((__noreturn__));
 
 /// @brief Stops the process in the standard assertion format when a precondition does not hold.
 ///
