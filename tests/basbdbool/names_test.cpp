@@ -65,12 +65,6 @@ TEST(names, one_name)
     EXPECT_EQ(host_recorder::take_report_lines(), std::vector<int>{436});
 }
 
-TEST(names, all_names)
-{
-    const BOOL_FUNC function(texts, BOOL_VAR_QY);
-    EXPECT_EQ(text_of("OR(s0:A,s1:Y)"), "n0+n16 F:n0:n16");
-}
-
 TEST(names, too_many_names)
 {
     const BOOL_FUNC function(texts, static_cast<BOOL_VARNAME>(0xFFFF));

@@ -62,38 +62,10 @@ unsigned with_bit(unsigned assignment, unsigned bit, bool value)
     return value ? assignment | 1U << bit : assignment & ~(1U << bit);
 }
 
-void collect_signals(const BOOL_TNODE* node, std::set<TECHMAP_SIG*>& found)
-{
-    if (node == nullptr) {
-        return;
-    }
-    if (!basbd_is_leaf(*node)) {
-        collect_signals(node->left, found);
-        collect_signals(node->right, found);
-    } else if (basbd_leaf_signal(*node) != nullptr) {
-        found.insert(basbd_leaf_signal(*node));
-    }
-}
+/// How many paths lead to each node.
+using PATHS = std::map<BOOL_TNODE*, unsigned>;
 
-void collect_operators(const BOOL_TNODE* node, std::set<int>& found)
-{
-    if (!basbd_is_leaf(*node)) {
-        found.insert(node->op);
-        collect_operators(node->left, found);
-        collect_operators(node->right, found);
-    }
-}
-
-/// Whether every operator has two operands that are no constants.
-bool is_reduced(const BOOL_TNODE* node)
-{
-    const auto is_operand = [](const BOOL_TNODE* child) {
-        return child != nullptr && child->op < BOOL_OP_ONE && is_reduced(child);
-    };
-    return basbd_is_leaf(*node) || (is_operand(node->left) && is_operand(node->right));
-}
-
-void count_paths(const BOOL_TNODE* node, std::map<const BOOL_TNODE*, int>& counts)
+void count_paths(BOOL_TNODE* node, PATHS& counts)
 {
     if (node != nullptr) {
         ++counts[node];
@@ -102,6 +74,35 @@ void count_paths(const BOOL_TNODE* node, std::map<const BOOL_TNODE*, int>& count
             count_paths(node->right, counts);
         }
     }
+}
+
+/// Everything that stands in a tree.
+struct CONTENTS {
+    explicit CONTENTS(BOOL_TNODE* root)
+    {
+        count_paths(root, paths);
+        for (const auto& [node, count] : paths) {
+            if (!basbd_is_leaf(*node)) {
+                operators.insert(node->op);
+            } else if (basbd_leaf_signal(*node) != nullptr) {
+                support.insert(basbd_leaf_signal(*node));
+            }
+            leaves += basbd_is_leaf(*node) ? count : 0;
+        }
+    }
+    PATHS paths;
+    std::set<int> operators;
+    std::set<TECHMAP_SIG*> support;
+    unsigned leaves = 0;
+};
+
+/// Whether every operator has two operands that are no constants.
+bool is_reduced(const BOOL_TNODE* node)
+{
+    const auto is_operand = [](const BOOL_TNODE* child) {
+        return child != nullptr && child->op < BOOL_OP_ONE && is_reduced(child);
+    };
+    return basbd_is_leaf(*node) || (is_operand(node->left) && is_operand(node->right));
 }
 
 /// The definition of `issigcompl`, word by word.
@@ -158,9 +159,7 @@ TEST(values, cleaning_keeps_the_value_of_a_copy_and_reduces)
         EXPECT_FALSE(is_constant && copy.rootcompl != 0);
         EXPECT_EQ(f.islogic1(), is_constant && before[0]);
         EXPECT_EQ(f.islogic0(), is_constant && !before[0]);
-        std::set<TECHMAP_SIG*> support;
-        collect_signals(copy.root, support);
-        EXPECT_EQ(copy.nsuppt, support.size());
+        EXPECT_EQ(copy.nsuppt, CONTENTS(copy.root).support.size());
     });
 }
 
@@ -174,8 +173,7 @@ TEST(values, pushing_complements_keeps_the_value)
         for (const char* complemented : {"~AND", "~XOR", "~OR"}) {
             EXPECT_EQ(text.find(complemented), std::string::npos) << text;
         }
-        std::set<int> ops;
-        collect_operators(f.root, ops);
+        const auto ops = CONTENTS(f.root).operators;
         EXPECT_EQ(op, ops.size() == 1 ? *ops.begin() : 22) << text;
     });
 }
@@ -217,25 +215,20 @@ TEST(values, questions)
     shapes.named = true;
     for_random_functions(shapes, [](BOOL_FUNC& f, auto& random) {
         TECHMAP_SIG* const sig = signal(random() % signals);
-        std::set<TECHMAP_SIG*> support;
-        collect_signals(f.root, support);
-        const bool occurs = support.count(sig) != 0;
-        EXPECT_EQ(f.countsuppt(), support.size());
+        const CONTENTS contents(f.root);
+        const bool occurs = contents.support.count(sig) != 0;
+        EXPECT_EQ(f.countsuppt(), contents.support.size());
         EXPECT_EQ(f.root->issiginsuppt(sig), occurs);
         const auto name = static_cast<BOOL_VARNAME>(sig - signal(0));
         EXPECT_EQ(f.root->isvarinsuppt(name), occurs);
         EXPECT_EQ(f.getvarname(sig), occurs ? name : BOOL_VAR_NONE);
         EXPECT_EQ(f.root->issigcompl(sig), !basbd_is_leaf(*f.root) && last_edge_flag(f.root, sig));
-        std::map<const BOOL_TNODE*, int> counts;
-        count_paths(f.root, counts);
         f.root->unmarknodes();
         f.root->markusage();
-        unsigned leaves = 0;
-        for (const auto& [node, count] : counts) {
+        for (const auto& [node, count] : contents.paths) {
             EXPECT_EQ(node->usage, count);
-            leaves += basbd_is_leaf(*node) ? static_cast<unsigned>(count) : 0;
         }
-        EXPECT_EQ(f.root->countleaves(), leaves);
+        EXPECT_EQ(f.root->countleaves(), contents.leaves);
     });
 }
 
