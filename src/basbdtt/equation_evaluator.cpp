@@ -16,8 +16,8 @@ constexpr int block_inputs = 12;
 constexpr std::size_t words_per_block = std::size_t{1} << (block_inputs - pattern_inputs);
 using block = std::array<std::uint64_t, words_per_block>;
 
-/// No tree of fewer than 2^30 operations needs more.
-constexpr std::size_t max_registers = 32;
+/// Longer programs are not specialised: the room for it is set aside before.
+constexpr std::size_t max_specialised_steps = 4096;
 
 /// The blocks of the inputs that select a word of a block, each followed by its complement.
 constexpr auto make_input_blocks()
@@ -32,6 +32,8 @@ constexpr auto make_input_blocks()
     return blocks;
 }
 constexpr auto input_blocks = make_input_blocks();
+
+using steps = std::vector<equation_step>;
 
 /// A block in memory, or where `words` is null a block of one word repeated. Inputs above a block
 /// are of the second kind, so that most operations on them touch no memory.
@@ -89,92 +91,75 @@ void with_operation(operation op, Work work)
     }
 }
 
-} // namespace
-
 /// @brief Runs a program on one block of the column at a time.
 class block_evaluator {
 public:
-    using reference = equation_program::reference;
-
-    block_evaluator(const equation_program& source, reference result,
-                    const std::vector<std::uint32_t>& run_order, std::size_t words)
-        : program(source), root(result), order(run_order), count(words)
+    explicit block_evaluator(std::size_t words) : count(words)
     {
-        for (std::size_t i = 0; i < max_registers; ++i) {
+        for (std::size_t i = 0; i < max_values; ++i) {
             storage[i] = registers[i].data();
         }
     }
 
     /// The result on a block; valid until the next run.
-    block_value run(std::uint64_t block_index)
+    block_value run(const equation_step* begin, const equation_step* end, std::uint64_t block_index)
     {
-        if (!is_node(root)) {
-            return leaf(root, block_index);
-        }
         std::size_t top = 0;
-        for (const std::uint32_t index : order) {
-            const equation_program::node& node = program.nodes[index];
-            const std::size_t popped_left = is_node(node.left) ? 1 : 0;
-            const std::size_t popped_right = is_node(node.right) ? 1 : 0;
-            top -= popped_left + popped_right;
-            const block_value a = popped_left != 0 ? stack[top] : leaf(node.left, block_index);
-            const block_value b =
-                popped_right != 0 ? stack[top + popped_left] : leaf(node.right, block_index);
-            stack[top] = combine(node, a, b, top);
-            ++top;
+        for (const equation_step* step = begin; step != end; ++step) {
+            if (step->what == equation_step::kind::join) {
+                --top;
+                stack[top - 1] = join(*step, top - 1);
+            } else {
+                stack[top++] = leaf(*step, block_index);
+            }
         }
         return stack[0];
     }
 
 private:
-    static bool is_node(reference value)
+    static block_value leaf(const equation_step& step, std::uint64_t block_index)
     {
-        return equation_program::kind_of(value) == operand::kind::node;
+        if (step.what == equation_step::kind::pattern) {
+            return {nullptr, step.pattern};
+        }
+        if (step.input < block_inputs) {
+            const std::size_t place = std::size_t{2} * (step.input - std::size_t{pattern_inputs});
+            return {input_blocks[place + (step.complement ? 1 : 0)].data(), 0};
+        }
+        const bool one = ((block_index >> (step.input - block_inputs)) & 1U) != 0;
+        return {nullptr, one != step.complement ? all_ones : 0};
     }
 
-    block_value leaf(reference value, std::uint64_t block_index) const
+    /// The values at `place` and above it, joined.
+    block_value join(const equation_step& step, std::size_t place)
     {
-        const std::size_t payload = equation_program::payload_of(value);
-        if (equation_program::kind_of(value) == operand::kind::pattern) {
-            return {nullptr, program.patterns[payload]};
-        }
-        if (payload / 2 < block_inputs) {
-            return {input_blocks[payload - std::size_t{2} * pattern_inputs].data(), 0};
-        }
-        const std::uint64_t bit = (block_index >> (payload / 2 - block_inputs)) & 1U;
-        return {nullptr, bit != payload % 2 ? all_ones : 0};
-    }
-
-    /// The value of `node` for place `top` of the stack. Which operand came from there and which
-    /// from the place above is all the same, for the operations are commutative.
-    block_value combine(const equation_program::node& node, block_value a, block_value b,
-                        std::size_t top)
-    {
-        const std::uint64_t complement = node.complement ? all_ones : 0;
+        const std::uint64_t complement = step.complement ? all_ones : 0;
+        block_value a = stack[place];
+        block_value b = stack[place + 1];
         if (a.words == nullptr) {
             std::swap(a, b);
         }
         if (a.words == nullptr) {
-            return {nullptr, apply(node.op, a.word, b.word) ^ complement};
+            return {nullptr, apply(step.op, a.word, b.word) ^ complement};
         }
         if (b.words == nullptr && (b.word == 0 || b.word == all_ones)) {
-            const std::uint64_t of_zero = apply(node.op, 0, b.word) ^ complement;
-            const std::uint64_t of_one = apply(node.op, all_ones, b.word) ^ complement;
+            const std::uint64_t of_zero = apply(step.op, 0, b.word) ^ complement;
+            const std::uint64_t of_one = apply(step.op, all_ones, b.word) ^ complement;
             if (of_zero == of_one) {
                 return {nullptr, of_zero};
             }
             if (of_zero == 0) {
-                return keep(a, top);
+                return keep(a, place);
             }
         }
-        std::uint64_t* into = storage[top];
+        std::uint64_t* into = storage[place];
         if (b.words == into) {
             std::swap(a, b);
         }
         if (a.words != into) {
             std::copy_n(a.words, count, into);
         }
-        with_operation(node.op, [&](auto op) {
+        with_operation(step.op, [&](auto op) {
             if (b.words == nullptr) {
                 accumulate_word(into, b.word, count, complement, op);
             } else {
@@ -185,144 +170,190 @@ private:
     }
 
     /// `value` as it is. Where it lies in the register above, the two exchange their memory.
-    block_value keep(block_value value, std::size_t top)
+    block_value keep(block_value value, std::size_t place)
     {
-        if (top + 1 < max_registers && value.words == storage[top + 1]) {
-            std::swap(storage[top], storage[top + 1]);
+        if (value.words == storage[place + 1]) {
+            std::swap(storage[place], storage[place + 1]);
         }
         return value;
     }
 
-    const equation_program& program;
-    reference root;
-    const std::vector<std::uint32_t>& order;
     std::size_t count; ///< words of a block that the column has
-    std::array<block, max_registers> registers;
-    std::array<std::uint64_t*, max_registers> storage;
-    std::array<block_value, max_registers> stack;
+    std::array<block, max_values> registers;
+    std::array<std::uint64_t*, max_values> storage;
+    std::array<block_value, max_values> stack;
 };
 
-/// @brief The nodes below `root`, every one after its operands and the needier operand first.
-///
-/// Written from the back: a node, its easier operand, its needier one. Only needier ones wait, and
-/// an easier one needs a register less than its node, so that `max_registers` places suffice.
-std::vector<std::uint32_t> equation_program::evaluation_order(reference root) const
-{
-    std::vector<std::uint32_t> order;
-    if (kind_of(root) != operand::kind::node) {
-        return order;
+/// @brief Fixes one input of a program: appends what is left of the steps from `begin` to `end` to
+/// the same vector, which has the capacity.
+class specialiser {
+public:
+    specialiser(steps& all_steps, int input, bool one)
+        : out(all_steps), fixed_input(input), fixed_pattern(one ? all_ones : 0)
+    {
     }
-    order.reserve(nodes.size());
-    std::array<std::uint32_t, max_registers> waiting{};
-    std::size_t count = 0;
-    waiting[count++] = payload_of(root);
-    while (count != 0) {
-        const std::uint32_t index = waiting[--count];
-        order.push_back(index);
-        const node& each = nodes[index];
-        const bool left_first = registers_of(each.left) >= registers_of(each.right);
-        for (const reference value :
-             {left_first ? each.left : each.right, left_first ? each.right : each.left}) {
-            if (kind_of(value) == operand::kind::node) {
-                waiting[count++] = payload_of(value);
+
+    void run(std::size_t begin, std::size_t end)
+    {
+        std::size_t top = 0;
+        for (std::size_t i = begin; i < end; ++i) {
+            const equation_step step = out[i];
+            if (step.what == equation_step::kind::join) {
+                --top;
+                stack[top - 1] = join(step, stack[top - 1], stack[top]);
+            } else {
+                stack[top++] = leaf(step);
+            }
+        }
+        emit_pattern(stack[0]);
+    }
+
+private:
+    /// A pattern, which has no steps yet, or the steps from `start` on.
+    struct value {
+        std::size_t start;
+        std::uint64_t pattern;
+        bool is_pattern;
+
+        bool is_constant() const { return is_pattern && (pattern == 0 || pattern == all_ones); }
+    };
+
+    value leaf(const equation_step& step)
+    {
+        if (step.what == equation_step::kind::pattern) {
+            return {out.size(), step.pattern, true};
+        }
+        if (step.input == fixed_input) {
+            return {out.size(), step.complement ? ~fixed_pattern : fixed_pattern, true};
+        }
+        out.push_back(step);
+        return {out.size() - 1, 0, false};
+    }
+
+    value join(const equation_step& step, value a, value b)
+    {
+        const std::uint64_t complement = step.complement ? all_ones : 0;
+        if (a.is_pattern && b.is_pattern) {
+            return {a.start, apply(step.op, a.pattern, b.pattern) ^ complement, true};
+        }
+        if (a.is_pattern) {
+            std::swap(a, b); // they start at the same step
+        }
+        if (b.is_constant()) {
+            const std::uint64_t of_zero = apply(step.op, 0, b.pattern) ^ complement;
+            const std::uint64_t of_one = apply(step.op, all_ones, b.pattern) ^ complement;
+            if (of_zero == of_one) {
+                out.erase(out.begin() + static_cast<std::ptrdiff_t>(a.start), out.end());
+                return {a.start, of_zero, true};
+            }
+            out.back().complement = out.back().complement != (of_zero != 0);
+            return a;
+        }
+        emit_pattern(b);
+        out.push_back(step);
+        return a;
+    }
+
+    void emit_pattern(const value& each)
+    {
+        if (each.is_pattern) {
+            out.push_back({each.pattern, equation_step::kind::pattern, {}, false, 0});
+        }
+    }
+
+    steps& out;
+    int fixed_input;
+    std::uint64_t fixed_pattern;
+    std::array<value, max_values> stack;
+};
+
+/// @brief Writes a column half by half: the program for an input at 0, then for the input at 1,
+/// down to blocks.
+class column_writer {
+public:
+    column_writer(steps& all_steps, int width, std::vector<std::uint32_t>& words)
+        : program(all_steps), column(words),
+          pairs(std::size_t{1} << (std::min(width, block_inputs) - pattern_inputs)),
+          evaluator(pairs)
+    {
+    }
+
+    /// Appends the 2^width entries of the steps from `begin` on.
+    void write(std::size_t begin, int width)
+    {
+        const std::size_t end = program.size();
+        if (width <= block_inputs) {
+            const std::size_t block_index = column.size() / (2 * pairs);
+            append(evaluator.run(&program[begin], program.data() + end, block_index));
+        } else if (!uses(begin, width - 1)) {
+            write(begin, width - 1);
+            repeat(words_for_width(width - 1));
+        } else if (end - begin > max_specialised_steps) {
+            write(begin, width - 1);
+            write(begin, width - 1);
+        } else {
+            for (const bool one : {false, true}) {
+                specialiser(program, width - 1, one).run(begin, end);
+                write(end, width - 1);
+                program.erase(program.begin() + static_cast<std::ptrdiff_t>(end), program.end());
             }
         }
     }
-    std::reverse(order.begin(), order.end());
-    return order;
-}
 
-/// The highest input that the result depends on by its text, the pattern inputs taken as one.
-int equation_program::highest_input(reference root, const std::vector<std::uint32_t>& order) const
-{
-    int highest = pattern_inputs - 1;
-    const auto look_at = [&](reference value) {
-        if (kind_of(value) == operand::kind::input) {
-            highest = std::max(highest, static_cast<int>(payload_of(value) / 2));
-        }
-    };
-    look_at(root);
-    for (const std::uint32_t index : order) {
-        look_at(nodes[index].left);
-        look_at(nodes[index].right);
-    }
-    return highest;
-}
-
-namespace {
-
-/// @brief Writes a column block by block, in memory reserved before.
-class column_writer {
-public:
-    column_writer(std::vector<std::uint32_t>& words, std::size_t pairs)
-        : column(words), size(2 * pairs)
+private:
+    bool uses(std::size_t begin, int input) const
     {
-        column.clear();
+        return std::any_of(program.begin() + static_cast<std::ptrdiff_t>(begin), program.end(),
+                           [input](const equation_step& step) {
+                               return step.what == equation_step::kind::input &&
+                                      step.input == input;
+                           });
     }
 
     void append(const block_value& value)
     {
         block filled;
         if (value.words == nullptr) {
-            std::fill_n(filled.begin(), size / 2, value.word);
+            std::fill_n(filled.begin(), pairs, value.word);
         }
-        const std::uint64_t* source = value.words == nullptr ? filled.data() : value.words;
         static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the low word of a pair is first");
-        std::memcpy(buffer.data(), source, size * sizeof(std::uint32_t));
+        const std::uint64_t* source = value.words == nullptr ? filled.data() : value.words;
+        std::memcpy(buffer.data(), source, pairs * sizeof(*source));
         append_buffer();
     }
 
-    /// Repeats the column written so far, which is whole blocks, `times` times in all.
-    void repeat(std::size_t times)
+    /// Appends the last `size` words once more.
+    void repeat(std::size_t size)
     {
-        const std::size_t period = column.size();
-        for (const std::size_t end = period * times; column.size() < end;) {
-            std::copy_n(column.end() - static_cast<std::ptrdiff_t>(period), size, buffer.begin());
+        for (std::size_t end = column.size() + size; column.size() < end;) {
+            const auto source = column.end() - static_cast<std::ptrdiff_t>(size);
+            std::copy_n(source, 2 * pairs, buffer.begin());
             append_buffer();
         }
     }
 
-private:
     void append_buffer()
     {
         column.insert(column.end(), buffer.begin(),
-                      buffer.begin() + static_cast<std::ptrdiff_t>(size));
+                      buffer.begin() + static_cast<std::ptrdiff_t>(2 * pairs));
     }
 
+    steps& program;
     std::vector<std::uint32_t>& column;
-    std::size_t size; ///< words of a block that the column has
+    std::size_t pairs; ///< pairs of words in a block
+    block_evaluator evaluator;
     std::array<std::uint32_t, 2 * words_per_block> buffer;
 };
 
 } // namespace
 
-void equation_program::evaluate(const operand& result, int width, BOOL_TRUTH_TABLE& table)
+void write_column(std::vector<equation_step>& steps, int width, std::vector<std::uint32_t>& column)
 {
-    const reference root = refer_to(result);
-    const std::vector<std::uint32_t> order = evaluation_order(root);
-    const std::size_t size = words_for_width(width);
-    if (table.value.words.capacity() < size) {
-        std::vector<std::uint32_t> fresh;
-        fresh.reserve(size);
-        table.value.words.swap(fresh);
+    if (steps.size() <= max_specialised_steps && width > block_inputs) {
+        const auto levels = static_cast<std::size_t>(width - block_inputs);
+        steps.reserve((levels + 1) * steps.size());
     }
-    // Everything is allocated: from here on nothing fails.
-    if (width < pattern_inputs) {
-        const auto word = static_cast<std::uint32_t>(result.payload);
-        table.value.words.assign(1, word & last_word_mask(width));
-    } else {
-        const int inputs_in_block = std::min(width, block_inputs);
-        const int inputs_used = std::max(highest_input(root, order) + 1, inputs_in_block);
-        const std::size_t pairs = std::size_t{1} << (inputs_in_block - pattern_inputs);
-        block_evaluator evaluator(*this, root, order, pairs);
-        column_writer writer(table.value.words, pairs);
-        for (std::size_t i = 0; i < std::size_t{1} << (inputs_used - inputs_in_block); ++i) {
-            writer.append(evaluator.run(i));
-        }
-        writer.repeat(std::size_t{1} << (width - inputs_used));
-    }
-    table.value.bit_count = std::int32_t{1} << width;
-    table.width = static_cast<signed char>(width);
+    column_writer(steps, width, column).write(0, width);
 }
 
 } // namespace basbdtt

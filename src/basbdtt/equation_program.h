@@ -58,6 +58,26 @@ struct operand {
 enum class operation : std::uint8_t { disjunction, exclusive, conjunction };
 constexpr std::size_t operations = 3;
 
+/// One step of a program that works on a stack of values: it pushes a leaf, or joins the two
+/// topmost values and complements the result.
+struct equation_step {
+    enum class kind : std::uint8_t { pattern, input, join };
+
+    std::uint64_t pattern;
+    kind what;
+    operation op;
+    bool complement; ///< of an input or a join
+    std::uint8_t input;
+};
+
+/// Values on the stack at any time: no tree of fewer than 2^30 operations needs more.
+constexpr std::size_t max_values = 34;
+
+/// @brief Appends the column of `steps` over `width` inputs, at least 6, to the empty `column`.
+///
+/// Allocates before the first word is written, and not in `column` when that has the capacity.
+void write_column(std::vector<equation_step>& steps, int width, std::vector<std::uint32_t>& column);
+
 /// @brief One equation as a tree of operations.
 class equation_program {
 public:
@@ -90,10 +110,8 @@ private:
 
     reference refer_to(const operand& value);
     int registers_of(reference value) const;
-    std::vector<std::uint32_t> evaluation_order(reference root) const;
-    int highest_input(reference root, const std::vector<std::uint32_t>& order) const;
-
-    friend class block_evaluator;
+    equation_step leaf_step(reference value) const;
+    std::vector<equation_step> steps_of(const operand& result);
 
     std::vector<std::uint64_t> patterns;
     std::vector<node> nodes;
