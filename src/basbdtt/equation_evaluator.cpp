@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 namespace basbdtt {
@@ -42,59 +43,64 @@ struct block_value {
     std::uint64_t word;
 };
 
-std::uint64_t apply(operation op, std::uint64_t a, std::uint64_t b)
-{
-    switch (op) {
-    case operation::disjunction:
-        return a | b;
-    case operation::exclusive:
-        return a ^ b;
-    case operation::conjunction:
-        break;
-    }
-    return a & b;
-}
-
-/// The loops below are vectorised at -O3 because the operands do not overlap.
-template <typename Combine>
-void accumulate(std::uint64_t* __restrict into, const std::uint64_t* __restrict other,
-                std::size_t count, std::uint64_t complement, Combine combine)
-{
-    for (std::size_t i = 0; i < count; ++i) {
-        into[i] = combine(into[i], other[i]) ^ complement;
-    }
-}
-
-template <typename Combine>
-void accumulate_word(std::uint64_t* into, std::uint64_t other, std::size_t count,
-                     std::uint64_t complement, Combine combine)
-{
-    for (std::size_t i = 0; i < count; ++i) {
-        into[i] = combine(into[i], other) ^ complement;
-    }
-}
-
 /// Calls `work` with the operation as a function, so that each gets a loop of its own.
 template <typename Work>
-void with_operation(operation op, Work work)
+inline void with_operation(operation op, Work work)
 {
     switch (op) {
     case operation::disjunction:
-        work([](std::uint64_t a, std::uint64_t b) { return a | b; });
+        work(std::bit_or<>());
         break;
     case operation::exclusive:
-        work([](std::uint64_t a, std::uint64_t b) { return a ^ b; });
+        work(std::bit_xor<>());
         break;
     case operation::conjunction:
-        work([](std::uint64_t a, std::uint64_t b) { return a & b; });
+        work(std::bit_and<>());
         break;
     }
+}
+
+/// Words that are joined at a time: all are read before the first is written, so that the result
+/// may take the place of an operand and the compiler still makes vector code of the loop at -O3.
+constexpr std::size_t stride = 8;
+
+template <typename Second>
+inline void join_strides(operation op, const std::uint64_t* a, Second b, std::uint64_t* into,
+                         std::size_t count, std::uint64_t complement)
+{
+    with_operation(op, [=](auto combine) {
+        for (std::size_t i = 0; i < count; i += stride) {
+            std::array<std::uint64_t, stride> joined;
+            for (std::size_t k = 0; k < stride; ++k) {
+                joined[k] = combine(a[i + k], b(i + k)) ^ complement;
+            }
+            std::memcpy(into + i, joined.data(), sizeof joined);
+        }
+    });
+}
+
+/// Joins two blocks; with a second version for processors with AVX2.
+__attribute__((target_clones("avx2", "default"))) void
+join_blocks(operation op, const std::uint64_t* a, const std::uint64_t* b, std::uint64_t* into,
+            std::size_t count, std::uint64_t complement)
+{
+    join_strides(
+        op, a, [=](std::size_t i) { return b[i]; }, into, count, complement);
+}
+
+/// Joins a block and one word repeated.
+__attribute__((target_clones("avx2", "default"))) void
+join_word(operation op, const std::uint64_t* a, std::uint64_t b, std::uint64_t* into,
+          std::size_t count, std::uint64_t complement)
+{
+    join_strides(
+        op, a, [=](std::size_t) { return b; }, into, count, complement);
 }
 
 /// @brief Runs a program on one block of the column at a time.
 class block_evaluator {
 public:
-    explicit block_evaluator(std::size_t words) : count(words)
+    explicit block_evaluator(std::size_t words) : count(std::max(words, stride))
     {
         for (std::size_t i = 0; i < max_values; ++i) {
             storage[i] = registers[i].data();
@@ -153,19 +159,11 @@ private:
             }
         }
         std::uint64_t* into = storage[place];
-        if (b.words == into) {
-            std::swap(a, b);
+        if (b.words == nullptr) {
+            join_word(step.op, a.words, b.word, into, count, complement);
+        } else {
+            join_blocks(step.op, a.words, b.words, into, count, complement);
         }
-        if (a.words != into) {
-            std::copy_n(a.words, count, into);
-        }
-        with_operation(step.op, [&](auto op) {
-            if (b.words == nullptr) {
-                accumulate_word(into, b.word, count, complement, op);
-            } else {
-                accumulate(into, b.words, count, complement, op);
-            }
-        });
         return {into, 0};
     }
 
@@ -178,7 +176,7 @@ private:
         return value;
     }
 
-    std::size_t count; ///< words of a block that the column has
+    std::size_t count; ///< words of a block that the column has, in whole strides
     std::array<block, max_values> registers;
     std::array<std::uint64_t*, max_values> storage;
     std::array<block_value, max_values> stack;

@@ -6,16 +6,7 @@
 
 namespace basbdtt {
 
-operand operand::of_input(int number)
-{
-    const auto place = static_cast<std::size_t>(number);
-    if (number < pattern_inputs) {
-        return {kind::pattern, refusal::none, pair_projection_mask[place]};
-    }
-    return {kind::input, refusal::none, 2 * place};
-}
-
-operand equation_program::combine(operation op, const operand& left, const operand& right)
+operand equation_program::join(operation op, const operand& left, const operand& right)
 {
     if (left.what == operand::kind::refused) {
         return left;
@@ -23,13 +14,10 @@ operand equation_program::combine(operation op, const operand& left, const opera
     if (right.what == operand::kind::refused) {
         return right;
     }
-    if (left.what == operand::kind::pattern && right.what == operand::kind::pattern) {
-        const std::uint64_t a = left.payload;
-        const std::uint64_t b = right.payload;
-        const std::uint64_t joined = op == operation::conjunction ? a & b
-                                     : op == operation::exclusive ? a ^ b
-                                                                  : a | b;
-        return {operand::kind::pattern, refusal::none, joined};
+    if (nodes.empty()) {
+        constexpr std::size_t common_size = 64;
+        nodes.reserve(common_size);
+        patterns.reserve(common_size);
     }
     const reference a = refer_to(left);
     const reference b = refer_to(right);
@@ -119,7 +107,10 @@ std::vector<equation_step> equation_program::steps_of(const operand& result)
 void equation_program::evaluate(const operand& result, int width, BOOL_TRUTH_TABLE& table)
 {
     const std::size_t size = words_for_width(width);
-    std::vector<equation_step> steps = steps_of(result);
+    std::vector<equation_step> steps;
+    if (width >= pattern_inputs) {
+        steps = steps_of(result);
+    }
     std::vector<std::uint32_t> fresh;
     std::vector<std::uint32_t>& column =
         table.value.words.capacity() < size ? fresh : table.value.words;

@@ -51,12 +51,32 @@ struct operand {
     {
         return {kind::refused, why, detail};
     }
-    static operand of_input(int number);
+    static operand of_input(int number)
+    {
+        const auto place = static_cast<std::size_t>(number);
+        return number < pattern_inputs
+                   ? operand{kind::pattern, refusal::none, pair_projection_mask[place]}
+                   : operand{kind::input, refusal::none, 2 * place};
+    }
 };
 
 /// The operators in the order of their ranks, the least binding first.
 enum class operation : std::uint8_t { disjunction, exclusive, conjunction };
 constexpr std::size_t operations = 3;
+
+/// Both operands' entries joined.
+inline std::uint64_t apply(operation op, std::uint64_t a, std::uint64_t b)
+{
+    switch (op) {
+    case operation::disjunction:
+        return a | b;
+    case operation::exclusive:
+        return a ^ b;
+    case operation::conjunction:
+        break;
+    }
+    return a & b;
+}
 
 /// One step of a program that works on a stack of values: it pushes a leaf, or joins the two
 /// topmost values and complements the result.
@@ -82,7 +102,13 @@ void write_column(std::vector<equation_step>& steps, int width, std::vector<std:
 class equation_program {
 public:
     /// The value of `left` joined with `right`; a refused operand, the left one first, refuses it.
-    operand combine(operation op, const operand& left, const operand& right);
+    operand combine(operation op, const operand& left, const operand& right)
+    {
+        if (left.what == operand::kind::pattern && right.what == operand::kind::pattern) {
+            return {operand::kind::pattern, refusal::none, apply(op, left.payload, right.payload)};
+        }
+        return join(op, left, right);
+    }
 
     /// The complement of `value`, which is used nowhere else.
     operand complement(operand value);
@@ -108,6 +134,7 @@ private:
     static operand::kind kind_of(reference value) { return static_cast<operand::kind>(value & 3U); }
     static std::uint32_t payload_of(reference value) { return value >> 2; }
 
+    operand join(operation op, const operand& left, const operand& right);
     reference refer_to(const operand& value);
     int registers_of(reference value) const;
     equation_step leaf_step(reference value) const;

@@ -22,7 +22,7 @@ namespace basbdtt {
 
 /// A text of a few characters, copied as a whole.
 struct short_text {
-    std::array<char, 4> characters;
+    std::array<char, 16> characters;
     std::size_t length;
 };
 
@@ -35,6 +35,18 @@ constexpr short_text make_short_text(std::string_view text)
     return result;
 }
 
+/// Indexed by the column of four entries.
+using two_input_texts = std::array<short_text, 16>;
+
+constexpr two_input_texts make_texts(const std::array<std::string_view, 16>& texts)
+{
+    two_input_texts result{};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        result[i] = make_short_text(texts[i]);
+    }
+    return result;
+}
+
 using input_names = std::array<short_text, BASBDTT_MAX_WIDTH>;
 
 /// @brief A string that grows ahead of what is written, so that most writes need no check.
@@ -43,7 +55,7 @@ public:
     /// Makes room for what one expansion writes by itself.
     void reserve_expansion()
     {
-        constexpr std::size_t longest = 32;
+        constexpr std::size_t longest = 64;
         if (text.size() - length < longest) {
             text.resize(std::max<std::size_t>(240, 2 * text.size()));
         }
@@ -203,6 +215,9 @@ private:
     {
         if (half.width == 1) {
             write_literal(half);
+        } else if (half.width == 2) {
+            buffer.reserve_expansion();
+            buffer.write(Format::two_input_texts[half.bits]);
         } else {
             write_expansion(half, false);
         }

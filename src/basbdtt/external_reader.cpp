@@ -30,9 +30,12 @@ struct external_grammar {
     static input_name read_input(const std::string& text, std::size_t position)
     {
         const int number = basbdtt::to_upper(text[position]) - 'A';
-        const std::size_t next = text.find_first_not_of(" \t", position + 1);
-        const bool joined = next != std::string::npos && text[next] != ')' && text[next] != '*' &&
-                            text[next] != '+';
+        std::size_t next = position + 1;
+        while (next < text.size() && (text[next] == ' ' || text[next] == '\t')) {
+            ++next;
+        }
+        const bool joined =
+            next < text.size() && text[next] != ')' && text[next] != '*' && text[next] != '+';
         return {number, position + 1, joined};
     }
 

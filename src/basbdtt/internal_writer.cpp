@@ -17,8 +17,14 @@ constexpr basbdtt::input_names make_names()
     return names;
 }
 
+/// The functions of two inputs that are not constant, as they stand in a group.
+constexpr std::array<std::string_view, 16> two_inputs = {
+    "",        "(~B1*~B0)", "(~B1*B0)", "~B1",      "(B1*~B0)", "~B0",      "(B1@B0)", "(~B1+~B0)",
+    "(B1*B0)", "(B1@~B0)",  "B0",       "(~B1+B0)", "B1",       "(~B0+B1)", "(B0+B1)", ""};
+
 struct internal_format {
     static constexpr basbdtt::input_names names = make_names();
+    static constexpr basbdtt::two_input_texts two_input_texts = basbdtt::make_texts(two_inputs);
     static constexpr basbdtt::short_text negation = basbdtt::make_short_text("~");
     static constexpr basbdtt::short_text conjunction = basbdtt::make_short_text("*");
     static constexpr basbdtt::short_text disjunction = basbdtt::make_short_text("+");
