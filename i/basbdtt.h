@@ -163,12 +163,62 @@ public:
     /// @brief The Shannon cofactor for an input at 0; see `get_true_factor_for_input`.
     BOOL_TRUTH_TABLE get_false_factor_for_input(int input) const;
 
+    /// @brief Sets the table from an external equation, such as `A B + !C`; docs/equations.md has
+    /// the grammar.
+    ///
+    /// A text that cannot be read sends one message to `ut_status` and changes nothing; neither
+    /// does a failed allocation. Linear in the text, times the column for what uses inputs above
+    /// 11; the stack does not grow with the text.
+    /// @param new_width  the number of inputs; "width>0", "width<=30"
+    /// @param text       the equation; letters of either case, `A` for input 0. A blank text or
+    ///                   operand is the constant 1
     void set_value_from_external_equation(int new_width, const std::string& text);
+
+    /// @brief Sets the table from an internal equation, such as `F0=(B1*B0+~B2)`.
+    ///
+    /// Failures and costs are those of `set_value_from_external_equation`.
+    /// @param new_width  the number of inputs; "width>0", "width<=30"
+    /// @param text       the equation, with or without `F0=`; `B0` for input 0. A blank text or
+    ///                   operand is refused
     void set_value_from_internal_equation(int new_width, const std::string& text);
+
+    /// @brief The rest of the level that position `i` of an equation stands in: up to the `)` that
+    /// closes a group opened before `i`, or to the end.
+    /// @param s  the equation
+    /// @param i  any number; the result is empty where `s` has no such position
     static std::string get_next_eqn_item(const std::string& s, int i);
+
+    /// @brief The level that position `i` of an equation stands in, from the `(` that opens it, or
+    /// the start, up to and including `i`.
+    /// @param s  the equation
+    /// @param i  any number; a negative one gives the empty text, one beyond the end counts as the last
     static std::string get_last_eqn_item(const std::string& s, int i);
+
+    /// @brief The table as external equation: a Shannon expansion on the highest input, and on the
+    /// next one in each half, such as `(!C A + C B )`.
+    ///
+    /// `set_value_from_external_equation` reads it back for widths 1 to 26; the names of inputs
+    /// above 25 are no letters. A width of 0 gives "0" for the zero column; else "width>=1", and
+    /// "width<=30" for a field set by hand. The text of a function without much structure is as
+    /// long as the column has entries, and more. No table is built for a cofactor.
     std::string get_external_equation() const;
+
+    /// @brief The text of `table`; `get_external_equation` with `top_level` true.
+    /// @param table      the table
+    /// @param top_level  false for the text inside a larger equation: constant 1 is then the empty
+    ///                   text, a single input has no parentheses and a group ends in a blank
     static std::string get_external_equation_recurse(const BOOL_TRUTH_TABLE& table, bool top_level);
+
+    /// @brief The table as internal equation: `F0=` and the expansion, with `@` where the halves
+    /// are complements of each other, such as `F0=(B2@(B1@B0))`.
+    ///
+    /// `set_value_from_internal_equation` reads it back for every width. Preconditions and costs
+    /// are those of `get_external_equation`.
     std::string get_internal_equation() const;
+
+    /// @brief The text of `table` without `F0=`; `get_internal_equation` has `top_level` true.
+    /// @param table      the table
+    /// @param top_level  false for the text inside a larger equation: constant 1 is then the empty
+    ///                   text and a single input has no parentheses
     static std::string get_internal_equation_recurse(const BOOL_TRUTH_TABLE& table, bool top_level);
 };

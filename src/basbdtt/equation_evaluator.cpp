@@ -8,6 +8,13 @@
 #include <functional>
 #include <utility>
 
+/// A second version for processors with AVX2, chosen at load. ThreadSanitizer is not ready by then.
+#ifdef __SANITIZE_THREAD__
+#define BASBD_AVX2_CLONE
+#else
+#define BASBD_AVX2_CLONE __attribute__((target_clones("avx2", "default")))
+#endif
+
 namespace basbdtt {
 
 namespace {
@@ -79,19 +86,17 @@ inline void join_strides(operation op, const std::uint64_t* a, Second b, std::ui
     });
 }
 
-/// Joins two blocks; with a second version for processors with AVX2.
-__attribute__((target_clones("avx2", "default"))) void
-join_blocks(operation op, const std::uint64_t* a, const std::uint64_t* b, std::uint64_t* into,
-            std::size_t count, std::uint64_t complement)
+/// Joins two blocks.
+BASBD_AVX2_CLONE void join_blocks(operation op, const std::uint64_t* a, const std::uint64_t* b,
+                                  std::uint64_t* into, std::size_t count, std::uint64_t complement)
 {
     join_strides(
         op, a, [=](std::size_t i) { return b[i]; }, into, count, complement);
 }
 
 /// Joins a block and one word repeated.
-__attribute__((target_clones("avx2", "default"))) void
-join_word(operation op, const std::uint64_t* a, std::uint64_t b, std::uint64_t* into,
-          std::size_t count, std::uint64_t complement)
+BASBD_AVX2_CLONE void join_word(operation op, const std::uint64_t* a, std::uint64_t b,
+                                std::uint64_t* into, std::size_t count, std::uint64_t complement)
 {
     join_strides(
         op, a, [=](std::size_t) { return b; }, into, count, complement);

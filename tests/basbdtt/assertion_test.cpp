@@ -64,6 +64,19 @@ const misuse misuses[] = {
      [](auto& t) { t.set_identity_for_input(2, 2); }},
     {"void BOOL_TRUTH_TABLE::set_identity_for_input(int, int)", "input>=0",
      [](auto& t) { t.set_identity_for_input(2, -1); }},
+    {"void BOOL_TRUTH_TABLE::set_value_from_external_equation(int, const std::string&)", "width>0",
+     [](auto& t) { t.set_value_from_external_equation(0, ""); }},
+    {"void BOOL_TRUTH_TABLE::set_value_from_external_equation(int, const std::string&)",
+     "width<=30", [](auto& t) { t.set_value_from_external_equation(31, ""); }},
+    {"void BOOL_TRUTH_TABLE::set_value_from_internal_equation(int, const std::string&)", "width>0",
+     [](auto& t) { t.set_value_from_internal_equation(0, ""); }},
+    {"void BOOL_TRUTH_TABLE::set_value_from_internal_equation(int, const std::string&)",
+     "width<=30", [](auto& t) { t.set_value_from_internal_equation(31, ""); }},
+    {"TRUTH_TABLE_VAL::TRUTH_TABLE_VAL(int, int)", "width>=1",
+     [](auto& t) {
+         t.width = 0;
+         t.get_external_equation();
+     }},
     {"void BOOL_TRUTH_TABLE::invert_input(int)", "input>=0 && input<get_width()",
      [](auto& t) { t.invert_input(3); }},
     {"void BOOL_TRUTH_TABLE::invert_input(int)", "input>=0 && input<get_width()",

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <random>
 
 namespace {
@@ -153,7 +154,7 @@ TEST(EquationReader, AgreesWithItsDefinition)
     std::mt19937 random(seed);
     const std::string alphabets[] = {"AaBbCDG()()!~+* 01$\t",       "AB()!+*",   "A()+!0 ",
                                      "B0B1B2B35()()~@+*  b$1\tF0=", "B01()~@+*", "(F0=)B1f"};
-    for (int round = 0; round < 400000; ++round) {
+    for (int round = 0; round < 150000; ++round) {
         const std::size_t kind = random() % 6;
         const bool external = kind < 3;
         const int width = static_cast<int>(random() % 6) + 1;
@@ -175,6 +176,55 @@ TEST(EquationReader, AgreesWithItsDefinition)
             ASSERT_EQ(messages, strings{message}) << "seed " << seed << ": " << text;
         }
     }
+}
+
+std::string repeated(const std::string& piece, std::size_t characters)
+{
+    std::string text;
+    for (text.reserve(characters); text.size() < characters;) {
+        text += piece;
+    }
+    return text;
+}
+
+/// Millions of characters in shapes that a recursive or a rescanning reader does not survive.
+TEST(EquationReader, LongTextsOfAnyShape)
+{
+    constexpr std::size_t size = 5000000;
+    const struct {
+        std::string before, piece, middle, after;
+        bool external, is_read;
+    } shapes[] = {
+        {"", "G+H+", "I", "", true, true},   {"", "B6@B7@", "B8", "", false, true},
+        {"", "!", "G", "", true, true},      {"", "(", "G", ")", true, true},
+        {"", "G+(H*", "I", ")", true, true}, {"", "~(B6*B7@", "B8", ")", false, true},
+        {"", "(", "", "", true, false},      {"", ")", "", "", false, false},
+        {"", ")(", "G", "", true, true},     {"", "(G)!", "H", "", true, true},
+        {"G", " ", "H", "", true, true},     {"", "(G+", "$", ")", true, false},
+    };
+    for (const auto& each : shapes) {
+        const std::size_t pieces = size / (each.piece.size() + each.after.size());
+        const std::string text = each.before + repeated(each.piece, pieces * each.piece.size()) +
+                                 each.middle + repeated(each.after, pieces * each.after.size());
+        BOOL_TRUTH_TABLE table;
+        read(table, each.external, 9, text);
+        EXPECT_EQ(host_recorder::take_statuses().size(), each.is_read ? 0U : 1U) << each.piece;
+        EXPECT_EQ(table.width, each.is_read ? 9 : 0) << each.piece;
+    }
+}
+
+TEST(EquationItems, CutTheLevelOfAPosition)
+{
+    using table = BOOL_TRUTH_TABLE;
+    EXPECT_EQ(table::get_next_eqn_item("(A+B)*C", 1), "A+B");
+    EXPECT_EQ(table::get_next_eqn_item("A* B", 2), " B");
+    EXPECT_EQ(table::get_next_eqn_item("(A)B)", 0), "(A)B");
+    EXPECT_EQ(table::get_next_eqn_item("AB", 2) + table::get_next_eqn_item("AB", -1), "");
+    EXPECT_EQ(table::get_last_eqn_item("(A* B+C)", 4), "A* B");
+    EXPECT_EQ(table::get_last_eqn_item("(A* B+C)", 5), "A* B+");
+    EXPECT_EQ(table::get_last_eqn_item("A+B", 0), "A");
+    EXPECT_EQ(table::get_last_eqn_item("A+B", -1) + table::get_last_eqn_item("", 7), "");
+    EXPECT_EQ(table::get_last_eqn_item("(A", std::numeric_limits<int>::max()), "A");
 }
 
 } // namespace
