@@ -191,7 +191,8 @@ public:
     /// @brief The level that position `i` of an equation stands in, from the `(` that opens it, or
     /// the start, up to and including `i`.
     /// @param s  the equation
-    /// @param i  any number; a negative one gives the empty text, one beyond the end counts as the last
+    /// @param i  any number; a negative one gives the empty text, one beyond the end counts as the
+    /// last
     static std::string get_last_eqn_item(const std::string& s, int i);
 
     /// @brief The table as external equation: a Shannon expansion on the highest input, and on the

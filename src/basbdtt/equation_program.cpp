@@ -38,7 +38,7 @@ operand equation_program::complement(operand value)
         value.payload ^= 1;
         break;
     case operand::kind::node:
-        nodes[value.payload].complement ^= true;
+        nodes[value.payload].complement = !nodes[value.payload].complement;
         break;
     case operand::kind::refused:
         break;
