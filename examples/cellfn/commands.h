@@ -20,4 +20,10 @@ int list(const std::string& file, bool tsv);
 int match(const std::string& file, const std::string& function, int width, match_options options,
           bool tsv);
 
+/// What `show` writes.
+enum class graph { none, bdd, tree };
+
+/// Writes every representation of one function or, if `wanted`, one of them as a graph.
+int show(const std::string& function, int width, graph wanted);
+
 } // namespace cellfn

@@ -82,7 +82,7 @@ int width_of_external(const std::string& text)
 
 function_argument read_function(const std::string& text, int width)
 {
-    const bool hexadecimal = text.size() > 2 && text[0] == '0' && upper(text[1]) == 'X';
+    const bool hexadecimal = text.size() >= 2 && text[0] == '0' && upper(text[1]) == 'X';
     const bool internal = !hexadecimal && is_internal(text);
     if (width == 0) {
         width = hexadecimal ? width_of_digits(text)
@@ -103,7 +103,7 @@ function_argument read_function(const std::string& text, int width)
     }
     const std::string messages = take_messages();
     if (!messages.empty()) {
-        refuse(text, messages);
+        refuse(text, messages + "; expected an equation like 'A B + !C' or a column like 0x8F");
     }
     for (int i = 0; i < width; ++i) {
         read.inputs.push_back(internal ? "B" + std::to_string(i)

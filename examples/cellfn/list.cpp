@@ -1,45 +1,32 @@
-#include "column.h"
 #include "commands.h"
+#include "diagram.h"
 #include "genlib.h"
 #include "progress.h"
-#include "table_texts.h"
+#include "representations.h"
 #include "text_table.h"
 
 #include <iostream>
 
 namespace cellfn {
 
-namespace {
-
-std::string joined(const std::vector<std::string>& words)
-{
-    std::string text;
-    for (const std::string& each : words) {
-        text += (text.empty() ? "" : " ") + each;
-    }
-    return text;
-}
-
-} // namespace
-
 int list(const std::string& file, bool tsv)
 {
     const library source = load_library(file);
-    text_table table({"cell", "inputs", "column", "external", "internal"});
+    text_table table({"cell", "inputs", "column", "external", "internal", "tree", "BDD"});
     std::size_t disagreements = 0;
     {
         progress shown("cells", source.cells.size());
         for (const cell& each : source.cells) {
-            const BOOL_TRUTH_TABLE function = to_table(each.function);
-            const table_texts texts(function);
-            const std::string found = check_texts(function, texts);
+            representations all(each.function);
+            const std::string found = all.check();
             if (!found.empty()) {
                 ++disagreements;
+                shown.hide();
                 std::cerr << file << ':' << each.line << ": cell " << each.name << ": " << found
                           << '\n';
             }
-            table.add({each.name, joined(each.function.pins), texts.hexadecimal, texts.external,
-                       texts.internal});
+            table.add({each.name, joined(each.function.pins), all.texts.hexadecimal,
+                       all.texts.external, all.texts.internal, all.equation(), bdd_text(all.bdd)});
             shown.advance();
         }
     }

@@ -1,37 +1,85 @@
 #include "commands.h"
+#include "genlib.h"
+#include "usage_error.h"
 
 #include <CLI/CLI.hpp>
 
 #include <exception>
 #include <iostream>
+#include <map>
+#include <stdexcept>
 #include <string>
 
 namespace {
 
+constexpr const char* about = "Boolean functions of cell libraries: columns, equations, expression "
+                              "trees and BDDs.";
+constexpr const char* legend =
+    "FUNCTION is an equation like '!(A B + C)', one in the internal format like 'F0=~(B0*B1+B2)',\n"
+    "or a column like 0x07. The exit status is 0 for success; 1 when no cell matches, a line of\n"
+    "the library is bad or representations disagree; 2 for wrong arguments.";
+
+/// The options that commands share.
+struct arguments {
+    std::string library;
+    std::string function;
+    int width = 0;
+    bool tsv = false;
+    cellfn::match_options matching;
+    cellfn::graph graph = cellfn::graph::none;
+};
+
+void add_library(CLI::App& command, arguments& given)
+{
+    command.add_option("LIBRARY", given.library, "Cell library in the genlib format")->required();
+    command.add_flag("--tsv", given.tsv, "Columns separated by tabs, every text in full");
+}
+
+void add_function(CLI::App& command, arguments& given)
+{
+    command.add_option("FUNCTION", given.function, "Equation or 0xHEX")->required();
+    command.add_option("--width", given.width, "Number of inputs of FUNCTION")
+        ->check(CLI::Range(1, static_cast<int>(cellfn::max_inputs)));
+}
+
 int run(int argc, char** argv)
 {
-    CLI::App app("Boolean functions of cell libraries");
+    CLI::App app(about);
     app.name("cellfn");
+    app.footer(legend);
     app.set_version_flag("--version", "cellfn " CELLFN_VERSION);
     app.require_subcommand(1);
-
-    std::string library;
-    bool tsv = false;
+    arguments given;
     int status = cellfn::exit_usage;
-    const auto add_command = [&](const char* name, const char* description) {
-        CLI::App* command = app.add_subcommand(name, description);
-        command->add_flag("--tsv", tsv, "Columns separated by tabs, every text in full");
-        return command;
-    };
 
-    CLI::App* list = add_command("list", "List every cell of a library and check its texts");
-    list->add_option("LIBRARY", library, "Cell library in the genlib format")->required();
-    list->callback([&] { status = cellfn::list(library, tsv); });
+    CLI::App* list = app.add_subcommand("list", "List every cell and check its representations");
+    add_library(*list, given);
+    list->callback([&] { status = cellfn::list(given.library, given.tsv); });
+
+    CLI::App* match = app.add_subcommand("match", "Find the cells that implement a function");
+    add_library(*match, given);
+    add_function(*match, given);
+    match->add_flag("--exact", given.matching.exact, "Exchange inputs only, complement nothing");
+    match->add_flag("--all", given.matching.all, "Print every binding of a cell and not just one");
+    match->callback([&] {
+        status =
+            cellfn::match(given.library, given.function, given.width, given.matching, given.tsv);
+    });
+
+    CLI::App* show = app.add_subcommand("show", "Show every representation of one function");
+    add_function(*show, given);
+    show->add_option("--dot", given.graph, "Write a Graphviz graph of it instead")
+        ->transform(CLI::CheckedTransformer(std::map<std::string, cellfn::graph>{
+            {"bdd", cellfn::graph::bdd}, {"tree", cellfn::graph::tree}}));
+    show->callback([&] { status = cellfn::show(given.function, given.width, given.graph); });
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? cellfn::exit_success : cellfn::exit_usage;
+        if (error.get_exit_code() != 0) {
+            throw cellfn::usage_error(std::string(error.what()) + "; see cellfn --help");
+        }
+        return app.exit(error); // prints what --help and --version ask for
     }
     return status;
 }
@@ -46,6 +94,9 @@ int main(int argc, char** argv)
             throw std::runtime_error("the output cannot be written");
         }
         return status;
+    } catch (const cellfn::usage_error& error) {
+        std::cerr << "cellfn: " << error.what() << '\n';
+        return cellfn::exit_usage;
     } catch (const std::exception& error) {
         std::cerr << "cellfn: " << error.what() << '\n';
         return cellfn::exit_failure;

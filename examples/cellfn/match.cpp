@@ -102,7 +102,8 @@ int match(const std::string& file, const std::string& function, int width, match
     }
     shown.hide();
     if (matching == 0) {
-        std::cerr << "cellfn: no cell of " << file << " implements '" << function << "'\n";
+        std::cerr << "cellfn: no cell of " << file << " implements '" << function
+                  << (options.exact ? "' without complements\n" : "'\n");
     } else if (!tsv) {
         std::cout << matching << " of " << source.cells.size() << " cells\n";
     }

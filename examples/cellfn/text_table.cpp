@@ -46,6 +46,15 @@ std::string elide(const std::string& text, std::size_t limit)
     return text.substr(0, head) + "..." + text.substr(text.size() - tail);
 }
 
+std::string joined(const std::vector<std::string>& words)
+{
+    std::string text;
+    for (const std::string& each : words) {
+        text += (text.empty() ? "" : " ") + each;
+    }
+    return text;
+}
+
 std::size_t output_width()
 {
     winsize size{};

@@ -31,6 +31,9 @@ private:
 /// `text`, or its two ends around "..." when it is longer than `limit`.
 std::string elide(const std::string& text, std::size_t limit);
 
+/// The words with blanks between them.
+std::string joined(const std::vector<std::string>& words);
+
 /// The width of the terminal behind standard output; a moderate one when there is none.
 std::size_t output_width();
 

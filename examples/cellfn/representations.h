@@ -1,0 +1,37 @@
+/// @file
+/// @brief One function in all three representations.
+#pragma once
+
+#include "basbdd.h"
+#include "expression.h"
+#include "host_signal.h"
+#include "table_texts.h"
+#include "tree.h"
+
+#include <string>
+#include <vector>
+
+namespace cellfn {
+
+/// @brief The truth table, the expression tree and the BDD of one expression.
+///
+/// Table and tree are each built from the expression, the BDD is converted from the tree.
+struct representations {
+    explicit representations(const expression& source);
+
+    /// The tree's equation; "-" when the function has more inputs than there are variable names.
+    std::string equation();
+
+    /// @brief Reads the table's texts back, and compares column, tree and BDD on every assignment.
+    /// @return what differs, empty when nothing does
+    std::string check() const;
+
+    std::vector<TECHMAP_SIG> signals; ///< of the pins; tree and BDD point to them
+    BOOL_TRUTH_TABLE table;
+    table_texts texts;
+    cell_tree tree;
+    BDD_MANAGER manager;
+    BDD_FUNC bdd;
+};
+
+} // namespace cellfn
