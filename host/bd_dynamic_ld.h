@@ -11,5 +11,5 @@
 /// The library defines the object as zero; a definition in the loading process wins over it.
 class UT_API BD_DYNAMIC_LD {
 public:
-    static std::int64_t dynamic_id;
+    static std::int64_t dynamic_id; ///< copied by three units of the library while it is loaded
 };

@@ -9,18 +9,20 @@
 /// Virtual slots: destructor, `s_add`, `s_find`, `s_remove`, `del_func`, `comp_func`.
 class UT_API UT_BTR_TREE : public UT_STORE {
 public:
+    /// @param keep_flag  kept in `flag`
     explicit UT_BTR_TREE(unsigned char keep_flag);
     ~UT_BTR_TREE() override;
 
     void* s_add(const void* key, void* data) override;
     void* s_find(const void* key) override;
     void* s_remove(const void* key) override;
-    virtual void del_func(void* entry) = 0; ///< frees one entry
+    virtual void del_func(void* entry) = 0; ///< frees one entry, which the tree no longer holds
     /// Negative, zero or positive as `key` orders before, equal to or after `entry`.
     virtual int comp_func(void* key, const char* entry) = 0;
 
     /// @brief Empties the tree. Every entry goes through `each` (as the entry's address and null)
-    /// when that is given, and is freed through `del_func`.
+    /// when that is given, and is freed through `del_func`. A derived destructor calls this, for
+    /// the hooks are gone in the destructor of the base.
     void flush(void (*each)(void**, void*));
 
     class STATE;

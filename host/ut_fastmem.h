@@ -4,7 +4,9 @@
 
 #include "ut_api.h"
 
-/// @brief Hands out blocks of one size and takes them back.
+/// @brief Hands out blocks of one size and takes them back. Used from one thread at a time.
+///
+/// The library makes its pool while it is loaded, before any constructor of the host has run.
 class UT_API UT_FASTMEM {
 public:
     /// @param block_size        bytes in a block

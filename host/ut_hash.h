@@ -9,7 +9,7 @@
 /// Virtual slots: destructor, `s_add`, `s_find`, `s_remove`, `hash_func`, `comp_func`, `del_func`.
 class UT_API UT_HASH : public UT_STORE {
 public:
-    /// @param size  the number of entries that the caller expects (a prime)
+    /// @param size  the number of buckets that the caller has in mind (a prime); only a hint
     /// @param keep_flag  kept in `flag`
     UT_HASH(unsigned int size, unsigned char keep_flag);
     ~UT_HASH() override;
@@ -19,10 +19,11 @@ public:
     void* s_remove(const void* key) override;
     virtual unsigned int hash_func(const void* key) = 0;     ///< the hash of a key
     virtual int comp_func(const void* key, void* entry) = 0; ///< 0 when the two are equal
-    virtual void del_func(void* entry) = 0;                  ///< frees one entry
+    virtual void del_func(void* entry) = 0; ///< frees one entry, which the table no longer holds
 
     /// @brief Empties the table. Every entry goes through `each` when that is given, and is freed
-    /// through `del_func` when `kill` is not 0.
+    /// through `del_func` when `kill` is not 0. A derived destructor calls this, for the hooks are
+    /// gone in the destructor of the base.
     void process_and_kill(unsigned char kill, void (*each)(void*));
 
     class STATE;

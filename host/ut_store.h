@@ -15,7 +15,9 @@ public:
     UT_STORE& operator=(const UT_STORE&) = delete;
     virtual ~UT_STORE() = default;
 
-    /// @brief Stores `key`, which must not have an equal entry yet. @return the stored entry
+    /// @brief Stores `key` unless an equal entry is there. @return the stored entry
+    ///
+    /// `data` is for other users of the container; the library passes null.
     virtual void* s_add(const void* key, void* data) = 0;
     /// @brief The entry equal to `key`, as the pointer that was given to `s_add`; null if none.
     virtual void* s_find(const void* key) = 0;

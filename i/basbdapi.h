@@ -16,6 +16,8 @@ extern "C" void __assert_fail(const char* text, const char* file, unsigned int l
 /// @param holds      the condition
 /// @param text       the condition's text, which is part of the interface: its blanks are fixed
 /// @param signature  `__PRETTY_FUNCTION__` of the operation that was called
+/// @param file       the caller's, filled in by the compiler
+/// @param line       the caller's, filled in by the compiler
 inline void basbd_require(bool holds, const char* text, const char* signature,
                           const char* file = __builtin_FILE(), unsigned int line = __builtin_LINE())
 {
