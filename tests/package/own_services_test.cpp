@@ -46,7 +46,7 @@ UT_FASTMEM::UT_FASTMEM(unsigned long block_size, unsigned long blocks_per_chunk)
     pool_block = block_size;
     pool_chunk = blocks_per_chunk;
 }
-UT_FASTMEM::~UT_FASTMEM() = default;
+UT_FASTMEM::~UT_FASTMEM() { state = nullptr; }
 void* UT_FASTMEM::getnewptr()
 {
     ++blocks_out;

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <vector>
 
 namespace {
@@ -15,7 +16,9 @@ namespace {
 /// that do the same may share an address, so the addresses are compared and not the names.
 bool holds(const void* object, std::size_t place, const char* name)
 {
-    return (*static_cast<void* const* const*>(object))[place] == dlsym(RTLD_DEFAULT, name);
+    void* const* table = nullptr;
+    std::memcpy(&table, object, sizeof table);
+    return table[place] == dlsym(RTLD_DEFAULT, name);
 }
 
 void expect_slots(UT_STORE* store, const std::vector<const char*>& names)
