@@ -10,6 +10,7 @@
 /// slots before it; the library never destroys a manager.
 class UT_API UT_MSGMAN {
 public:
+    /// @cond
     virtual void unused_0() {}
     virtual void unused_1() {}
     virtual void unused_2() {}
@@ -23,6 +24,7 @@ public:
     virtual void unused_10() {}
     virtual void unused_11() {}
     virtual void unused_12() {}
+    /// @endcond
 
     /// @brief One internal-error report; the reporting operation goes on after it.
     /// @param text   always empty
