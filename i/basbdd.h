@@ -90,7 +90,8 @@ public:
     BDD_FUNC& operator=(const BDD_FUNC&) = delete;
     ~BDD_FUNC(); ///< Frees the support list.
 
-    /// Makes `n` the function's edge and lists its support; null stands for the constant 0.
+    /// Makes `n` the function's edge and lists its support; null stands for the constant 0. Memory
+    /// that runs out leaves the function as it was, here and in the edits by signal.
     void setbdd(BDD_NODE* n);
     void initsupport(); ///< Sets all `nvars` + 1 entries of `suppt` to 0xFFFF.
     int countsuppt();   ///< The number of entries of `suppt` before the first 0xFFFF.

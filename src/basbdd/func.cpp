@@ -5,6 +5,8 @@
 #include "support.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <memory>
 
 namespace {
@@ -73,11 +75,21 @@ BDD_FUNC::~BDD_FUNC() { delete[] suppt; }
 
 void BDD_FUNC::setbdd(BDD_NODE* n)
 {
-    initsupport();
-    bdd = edge::node(n) == nullptr ? basbdd_zero : n;
-    if (edge::node(bdd) != basbdd_one) {
-        collect_support(edge::node(bdd), suppt, nvars);
+    // Listed aside, for the walk may run out of memory; on the stack for the cells of a library.
+    constexpr std::size_t few = 64;
+    std::array<unsigned short, few> on_stack;
+    std::unique_ptr<unsigned short[]> on_heap;
+    if (nvars >= few) {
+        on_heap = new_support_list(nvars);
     }
+    unsigned short* const list = on_heap == nullptr ? on_stack.data() : on_heap.get();
+    std::fill_n(list, nvars + 1, no_variable);
+    BDD_NODE* const e = edge::node(n) == nullptr ? basbdd_zero : n;
+    if (edge::node(e) != basbdd_one) {
+        collect_support(edge::node(e), list, nvars);
+    }
+    std::copy_n(list, nvars + 1, suppt);
+    bdd = e;
     nsuppt = static_cast<unsigned short>(countsuppt());
 }
 
