@@ -1,0 +1,267 @@
+// Edits of trees and BDDs as the bytes tell, against columns computed by their definition.
+
+#include "basbdd.h"
+#include "basbdtt.h"
+#include "fuzz.h"
+#include "quiet_host.h"
+#include "tree_oracle.h"
+
+#include <array>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using tree_oracle::signal;
+using COLUMN = std::uint64_t;
+
+constexpr unsigned signals = 6;
+constexpr unsigned most_leaves = 300;
+
+COLUMN projection(unsigned input)
+{
+    COLUMN column = 0;
+    for (unsigned x = 0; x < 64; ++x) {
+        column |= COLUMN{x >> input & 1U} << x;
+    }
+    return column;
+}
+
+/// f with g in place of an input.
+COLUMN compose(COLUMN f, unsigned input, COLUMN g)
+{
+    COLUMN column = 0;
+    for (unsigned x = 0; x < 64; ++x) {
+        const unsigned y = (x & ~(1U << input)) | static_cast<unsigned>(g >> x & 1U) << input;
+        column |= (f >> y & 1U) << x;
+    }
+    return column;
+}
+
+COLUMN column_of(const BOOL_FUNC& f)
+{
+    COLUMN column = 0;
+    const std::vector<bool> values = tree_oracle::column(f, signals);
+    for (unsigned x = 0; x < 64; ++x) {
+        column |= COLUMN{values[x] ? 1U : 0U} << x;
+    }
+    return column;
+}
+
+COLUMN column_of(const BDD_FUNC& f)
+{
+    COLUMN column = 0;
+    for (unsigned x = 0; x < 64; ++x) {
+        const BDD_NODE* e = f.bdd;
+        COLUMN value = 1;
+        for (;;) {
+            const auto mark = reinterpret_cast<std::uintptr_t>(e) & 1U;
+            const auto* node =
+                reinterpret_cast<const BDD_NODE*>(reinterpret_cast<const char*>(e) - mark);
+            value ^= mark;
+            if (node == basbdd_one) {
+                break;
+            }
+            e = (x >> node->varid & 1U) != 0 ? node->high : node->low;
+        }
+        column |= value << x;
+    }
+    return column;
+}
+
+/// The function's text read by the truth tables: the names A to F are the inputs 0 to 5.
+COLUMN column_of_text(const char* text)
+{
+    std::string equation;
+    for (; *text != 0; ++text) {
+        equation += *text >= 'A' && *text <= 'F' ? std::string{'B', static_cast<char>(*text - 17)}
+                                                 : std::string(1, *text);
+    }
+    BOOL_TRUTH_TABLE table;
+    table.set_value_from_internal_equation(signals, equation);
+    check(quiet_host::take_statuses() == 0, "the text of a function can be read");
+    return table.value.words[0] | COLUMN{table.value.words[1]} << 32U;
+}
+
+/// A function in two representations and as its column.
+struct FUNCTION {
+    std::unique_ptr<BOOL_FUNC> tree;
+    std::unique_ptr<BDD_FUNC> bdd;
+    COLUMN column = 0;
+};
+
+class EDITOR {
+public:
+    EDITOR(FUZZ_INPUT input, BDD_STORE_METHOD method) : input_(input), manager_(make(method))
+    {
+        for (FUNCTION& each : functions_) {
+            restart(each);
+        }
+    }
+
+    void run()
+    {
+        for (int step = 0; step < 64 && !input_.empty(); ++step) {
+            const unsigned which = input_.below(2);
+            edit(functions_[which], functions_[1 - which]);
+            for (FUNCTION& each : functions_) {
+                check_agreement(each);
+            }
+        }
+        check(quiet_host::take_reports() == 0, "no report");
+    }
+
+private:
+    static std::unique_ptr<BDD_MANAGER> make(BDD_STORE_METHOD method)
+    {
+        std::array<TECHMAP_SIG*, signals> order{};
+        for (unsigned i = 0; i < signals; ++i) {
+            order[i] = signal(i);
+        }
+        return std::make_unique<BDD_MANAGER>(method, signals, order.data());
+    }
+
+    std::unique_ptr<BDD_FUNC> converted(BOOL_FUNC& tree)
+    {
+        return std::make_unique<BDD_FUNC>(signals, &tree, manager_.get(), nullptr);
+    }
+
+    void take(FUNCTION& f, std::unique_ptr<BOOL_FUNC> tree)
+    {
+        f.tree = std::move(tree);
+        f.bdd = converted(*f.tree);
+        f.column = column_of(*f.tree);
+    }
+
+    void restart(FUNCTION& f)
+    {
+        const auto type = static_cast<BOOL_FUNCTYPE>(input_.below(3));
+        take(f, std::make_unique<BOOL_FUNC>(type, nullptr, BOOL_VAR_A));
+    }
+
+    /// Edits whose value is defined change tree, BDD and column; the others change the tree alone.
+    void edit(FUNCTION& f, FUNCTION& other)
+    {
+        const unsigned s = input_.below(signals);
+        TECHMAP_SIG* const sig = signal(s);
+        BOOL_FUNC& tree = *f.tree;
+        switch (input_.below(16)) {
+        case 0:
+            tree.setsigto1(sig);
+            f.bdd->setsigto1(sig);
+            f.column = compose(f.column, s, ~COLUMN{0});
+            return;
+        case 1:
+            tree.setsigto0(sig);
+            f.bdd->setsigto0(sig);
+            f.column = compose(f.column, s, 0);
+            return;
+        case 2:
+            tree.complsiginfunc(sig);
+            f.bdd->complsiginfn(sig);
+            f.column = compose(f.column, s, ~projection(s));
+            return;
+        case 3:
+            if (tree.root->countleaves() * (other.tree->root->countleaves() + 1) <= most_leaves) {
+                tree.substfnforsig(sig, other.tree.get());
+                f.bdd->substfnforsig(sig, other.bdd.get());
+                f.column = compose(f.column, s, other.column);
+            }
+            return;
+        case 4: {
+            const unsigned t = input_.below(signals);
+            tree.subsig1forsig2(signal(t), sig);
+            f.column = compose(f.column, s, projection(t));
+            f.bdd = converted(tree);
+            return;
+        }
+        case 5:
+            tree.cleanbufs();
+            check(tree.nsuppt == tree.countsuppt(), "the support as counted");
+            return;
+        case 6: {
+            const bool one = tree.islogic1();
+            check(!(one && tree.islogic0()) && (!one || f.column == ~COLUMN{0}), "constants");
+            return;
+        }
+        case 7:
+            check(tree.getpurefunc() != 3, "an operator or none");
+            return;
+        case 8:
+            tree.exchangexy();
+            return;
+        case 9:
+            check_text(f);
+            return;
+        case 10:
+            f.tree = std::make_unique<BOOL_FUNC>(&tree);
+            f.bdd = std::make_unique<BDD_FUNC>(f.bdd.get());
+            return;
+        case 11:
+            tree.buildcofactexpr(sig, signal(input_.below(signals)), signal(input_.below(signals)));
+            break;
+        case 12:
+            tree.rmsigfromfunc(sig);
+            break;
+        case 13: {
+            const std::unique_ptr<BOOL_FUNC> part(
+                tree.breakfunc(static_cast<unsigned short>(input_.below(8))));
+            break;
+        }
+        case 14:
+            restart(f);
+            return;
+        default:
+            for (unsigned count = input_.below(8); count > 0; --count) {
+                tree.addsigtofunc(signal(input_.below(signals)),
+                                  static_cast<unsigned char>(input_.below(2)));
+            }
+        }
+        f.column = column_of(tree);
+        f.bdd = converted(tree);
+    }
+
+    static void check_text(FUNCTION& f)
+    {
+        for (unsigned i = 0; i < signals; ++i) {
+            f.tree->setvarname(signal(i), static_cast<BOOL_VARNAME>(i));
+        }
+        const std::unique_ptr<char[]> text(f.tree->writeeqn());
+        check(column_of_text(text.get()) == f.column, "the text of a function");
+    }
+
+    /// Equal functions are equal edges, and the support is what the column depends on.
+    void check_agreement(FUNCTION& f)
+    {
+        check(column_of(*f.tree) == f.column, "the tree's value");
+        check(column_of(*f.bdd) == f.column, "the BDD's value");
+        check(converted(*f.tree)->bdd == f.bdd->bdd, "the BDD of the tree");
+        unsigned count = 0;
+        for (unsigned i = 0; i < signals; ++i) {
+            if (compose(f.column, i, 0) != f.column) {
+                check(f.bdd->suppt[count++] == i, "the support");
+            }
+        }
+        check(f.bdd->nsuppt == count, "the number of variables in the support");
+        std::array<char, 4096> text{};
+        std::array<char, signals + 1> names{"abcdef"};
+        f.bdd->printbddexpr(text.data(), names.data());
+        if (f.tree->root->countleaves() > most_leaves) {
+            restart(f);
+        }
+    }
+
+    FUZZ_INPUT input_;
+    std::unique_ptr<BDD_MANAGER> manager_;
+    std::array<FUNCTION, 2> functions_;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    for (const auto method : {BDD_STORE_HASH, BDD_STORE_TREE}) {
+        EDITOR({data, size}, method).run();
+    }
+    return 0;
+}
