@@ -2,7 +2,8 @@
 /// @brief The BDD engine against BuDDy: same circuits, same variable order, no reordering.
 ///
 /// BuDDy runs through its C interface with tables large enough that it never collects garbage, so
-/// no reference counts are kept. Set-up and tear-down are timed only where a section says so.
+/// no reference counts are kept. Builds and cells include set-up and tear-down of the manager;
+/// cofactors and composes are timed alone.
 #include "basbdd.h"
 #include "harness.h"
 
@@ -63,6 +64,10 @@ public:
     EDGE variable(unsigned i)
     {
         return manager_->table->findoradd(static_cast<unsigned short>(i), basbdd_one, basbdd_zero);
+    }
+    EDGE node(unsigned short var, EDGE high, EDGE low)
+    {
+        return manager_->table->findoradd(var, high, low);
     }
     EDGE negate(EDGE f) { return reinterpret_cast<EDGE>(reinterpret_cast<std::uintptr_t>(f) ^ 1U); }
     EDGE conjunction(EDGE f, EDGE g) { return manager_->ifthenelse(f, g, basbdd_zero); }
@@ -320,27 +325,41 @@ struct composes {
 
 constexpr int plenty_of_nodes = 1 << 22;
 
-/// BuDDy's table for a job: twice the nodes that it makes, so that there is never a collection and
-/// the table is no larger than needed, and a cache of a fraction of that.
-int buddy_nodes = plenty_of_nodes;
-int buddy_cache()
-{
-    const char* d = std::getenv("CACHE_DIV");
-    return buddy_nodes / (d ? std::atoi(d) : 4);
-}
+/// BuDDy's tables for a job that makes so many nodes: room for twice as many, so that nothing is
+/// collected and the table is no larger than needed, and caches of a quarter of that.
+struct SIZES {
+    int nodes;
+    int cache;
+};
+SIZES sizes_for(int nodes_made) { return {2 * nodes_made, nodes_made / 2}; }
 
-/// Seconds of `work(engine, prepare(engine))`, without making the engine and `prepare`.
+enum class TIMED {
+    WHOLE_LIFE, ///< making the manager, the work and the destruction
+    WORK        ///< the work alone
+};
+
+/// Seconds of `work(engine, prepare(engine))` on a fresh engine.
 template <typename ENGINE, typename PREPARE, typename WORK>
-double sample(unsigned variables, PREPARE prepare, WORK work)
+double sample(TIMED timed, unsigned variables, SIZES sizes, PREPARE prepare, WORK work)
 {
     double seconds = 0;
     int runs = 0;
     for (; seconds < 2e-3; ++runs) {
-        ENGINE engine(variables, buddy_nodes, buddy_cache());
-        auto input = prepare(engine);
-        const double start = bench::cpu_seconds();
-        work(engine, input);
-        seconds += bench::cpu_seconds() - start;
+        double start = bench::cpu_seconds();
+        {
+            ENGINE engine(variables, sizes.nodes, sizes.cache);
+            auto input = prepare(engine);
+            if (timed == TIMED::WORK) {
+                start = bench::cpu_seconds();
+            }
+            work(engine, input);
+            if (timed == TIMED::WORK) {
+                seconds += bench::cpu_seconds() - start;
+            }
+        }
+        if (timed == TIMED::WHOLE_LIFE) {
+            seconds += bench::cpu_seconds() - start;
+        }
     }
     return seconds / runs;
 }
@@ -351,22 +370,24 @@ struct RATIOS {
 };
 
 template <typename PREPARE, typename WORK>
-void compare(const char* name, unsigned variables, PREPARE prepare, WORK work, RATIOS& ratios)
+void compare(TIMED timed, const char* name, unsigned variables, PREPARE prepare, WORK work,
+             RATIOS& ratios)
 {
     std::vector<double> hash;
     std::vector<double> tree;
     double last[2] = {};
-    {
+    const SIZES sizes = [&] {
         BUDDY buddy(variables, plenty_of_nodes, plenty_of_nodes / 4);
         auto input = prepare(buddy);
         work(buddy, input);
-        buddy_nodes = 2 * bdd_getnodenum();
-    }
-    for (int round = 0; round < 7; ++round) {
-        const double ours = sample<BASBD<BDD_STORE_HASH>>(variables, prepare, work);
-        const double theirs = sample<BUDDY>(variables, prepare, work);
+        return sizes_for(bdd_getnodenum());
+    }();
+    for (int round = 0; round < 5; ++round) {
+        const double ours = sample<BASBD<BDD_STORE_HASH>>(timed, variables, sizes, prepare, work);
+        const double theirs = sample<BUDDY>(timed, variables, sizes, prepare, work);
         hash.push_back(ours / theirs);
-        tree.push_back(sample<BASBD<BDD_STORE_TREE>>(variables, prepare, work) / ours);
+        tree.push_back(sample<BASBD<BDD_STORE_TREE>>(timed, variables, sizes, prepare, work) /
+                       ours);
         last[0] = ours;
         last[1] = theirs;
     }
@@ -388,7 +409,7 @@ void check_models()
 {
     BASBD<BDD_STORE_HASH> hash(CIRCUIT::variables, 0, 0);
     BASBD<BDD_STORE_TREE> tree(CIRCUIT::variables, 0, 0);
-    BUDDY buddy(CIRCUIT::variables, buddy_nodes, buddy_cache());
+    BUDDY buddy(CIRCUIT::variables, plenty_of_nodes, plenty_of_nodes / 4);
     const auto a = CIRCUIT::build(hash);
     const auto b = CIRCUIT::build(tree);
     const auto c = CIRCUIT::build(buddy);
@@ -405,13 +426,15 @@ void measure(const char* name, SECTIONS& sections)
     check_models<CIRCUIT>();
     const auto build = [](auto& e) { return CIRCUIT::build(e); };
     const std::string text = name;
-    compare((text + ", build").c_str(), CIRCUIT::variables, [](auto&) { return 0; },
-            [](auto& e, int) { bench::keep(CIRCUIT::build(e)); }, sections.builds);
-    compare((text + ", cofactors").c_str(), CIRCUIT::variables, build,
-            [](auto& e, auto& outputs) { cofactors<CIRCUIT>::run(e, outputs); },
-            sections.cofactors);
-    compare((text + ", composes").c_str(), CIRCUIT::variables, build,
-            [](auto& e, auto& outputs) { composes<CIRCUIT>::run(e, outputs); }, sections.composes);
+    compare(
+        TIMED::WHOLE_LIFE, (text + ", build").c_str(), CIRCUIT::variables, [](auto&) { return 0; },
+        [](auto& e, int) { bench::keep(CIRCUIT::build(e)); }, sections.builds);
+    compare(
+        TIMED::WORK, (text + ", cofactors").c_str(), CIRCUIT::variables, build,
+        [](auto& e, auto& outputs) { cofactors<CIRCUIT>::run(e, outputs); }, sections.cofactors);
+    compare(
+        TIMED::WORK, (text + ", composes").c_str(), CIRCUIT::variables, build,
+        [](auto& e, auto& outputs) { composes<CIRCUIT>::run(e, outputs); }, sections.composes);
 }
 
 // ---- cells
@@ -535,6 +558,7 @@ void measure_cells()
     all(tree_store(), 1.3, "cells, one manager, tree / BuDDy");
 }
 
+/// Bytes of the heap for each node of a table of 100,000: record and container entry.
 template <int METHOD>
 double bytes_per_node()
 {
@@ -542,19 +566,25 @@ double bytes_per_node()
         const auto info = mallinfo2();
         return static_cast<double>(info.uordblks + info.hblkhd);
     };
-    BASBD<METHOD> engine(16, 0, 0);
     const double before = used();
-    multiplier8::build(engine);
-    const double bytes = used() - before;
-    // The nodes are as many as the triples that the table has taken: count them by a walk over
-    // all outputs would miss the intermediate ones, so the store's additions are replayed.
-    return bytes;
+    BASBD<METHOD> engine(max_variables, 0, 0);
+    for (unsigned short var = 0; var < 25; ++var) {
+        for (unsigned i = 0; i < 40; ++i) {
+            for (unsigned j = 0; j < 100; ++j) {
+                bench::keep(engine.node(var, engine.variable(25 + i),
+                                        engine.negate(engine.variable(25 + j))));
+            }
+        }
+    }
+    return (used() - before) / (100000 + max_variables);
 }
 
 } // namespace
 
 int main()
 {
+    std::printf("bytes per node: hash store %.1f, tree store %.1f\n",
+                bytes_per_node<BDD_STORE_HASH>(), bytes_per_node<BDD_STORE_TREE>());
     measure_cells();
     SECTIONS sections;
     measure<queens<6>>("queens 6", sections);

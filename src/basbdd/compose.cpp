@@ -22,7 +22,7 @@ private:
     };
     using KEY = NODE_KEY<BDD_NODE>;
 
-    BDD_NODE* settle(BDD_NODE* f);
+    bool settle(BDD_NODE* f, BDD_NODE*& result);
     BDD_NODE* join(const FRAME& frame, BDD_NODE* low);
 
     const BDD_MANAGER& manager_;
@@ -33,14 +33,24 @@ private:
     MEMO<KEY> memo_;
 };
 
-/// The result where no descent is needed: f ends above the variable, or its node is known.
-BDD_NODE* COMPOSE::settle(BDD_NODE* f)
+/// @brief Solves an edge that needs no descent: f ends above the variable or has it at the top, or
+/// its node is known.
+/// @return whether `result` holds the result, which may be null
+bool COMPOSE::settle(BDD_NODE* f, BDD_NODE*& result)
 {
-    if (edge::variable(f) > var_) {
-        return f;
+    const unsigned short top = edge::variable(f);
+    if (top > var_) {
+        result = f;
+        return true;
+    }
+    if (top == var_) {
+        // The variable does not occur below; what repeats is in the memo of the if-then-else.
+        result = ite_.solve({g_, edge::high(f), edge::low(f)});
+        return true;
     }
     BDD_NODE* const known = memo_.find({edge::node(f)});
-    return known == nullptr ? nullptr : edge::complement_if(known, edge::is_marked(f));
+    result = edge::complement_if(known, known != nullptr && edge::is_marked(f));
+    return known != nullptr;
 }
 
 /// The result for a node whose children's results are known; null stays null.
@@ -48,9 +58,7 @@ BDD_NODE* COMPOSE::join(const FRAME& frame, BDD_NODE* low)
 {
     const unsigned short var = frame.node->varid;
     BDD_NODE* result = nullptr;
-    if (var == var_) {
-        result = ite_.solve({g_, frame.high, low});
-    } else if (var < edge::variable(frame.high) && var < edge::variable(low)) {
+    if (var < edge::variable(frame.high) && var < edge::variable(low)) {
         result = ite_.make(var, frame.high, low);
     } else if (var < manager_.nvars) {
         BDD_NODE* const x = manager_.table->findoradd(var, basbdd_one, basbdd_zero);
@@ -66,20 +74,17 @@ BDD_NODE* COMPOSE::join(const FRAME& frame, BDD_NODE* low)
 BDD_NODE* COMPOSE::solve(BDD_NODE* f)
 {
     for (;;) {
-        BDD_NODE* result = settle(f);
-        if (result == nullptr) {
+        BDD_NODE* result = nullptr;
+        if (!settle(f, result)) {
             stack_.push({edge::node(f), nullptr, edge::is_marked(f)});
             f = edge::node(f)->high;
             continue;
         }
-        while (!stack_.empty() && stack_.top().high != nullptr) {
+        while (result != nullptr && !stack_.empty() && stack_.top().high != nullptr) {
             result = join(stack_.top(), result);
-            if (result == nullptr) {
-                return nullptr;
-            }
             stack_.pop();
         }
-        if (stack_.empty()) {
+        if (result == nullptr || stack_.empty()) {
             return result;
         }
         stack_.top().high = result;

@@ -65,7 +65,7 @@ bool ITE::is_variable_node(const BDD_NODE* node) const
 /// @brief The result where it is an operand, its complement or a constant; else null.
 ///
 /// Otherwise the triple becomes the standard one of the triples with the same result.
-BDD_NODE* ITE::terminal_case(ITE_TRIPLE& t) const
+[[gnu::always_inline]] inline BDD_NODE* ITE::terminal_case(ITE_TRIPLE& t) const
 {
     auto& [f, g, h] = t;
     if (f == one_) {
@@ -127,7 +127,7 @@ BDD_NODE* ITE::make(unsigned short var, BDD_NODE* high, BDD_NODE* low)
 /// @brief Solves a problem that needs no cofactors.
 /// @return whether `result` holds the result, which may be null; otherwise `frame` is the problem
 ///         in its standard form, ready for the cofactors
-bool ITE::settle(FRAME& frame, BDD_NODE*& result)
+[[gnu::always_inline]] inline bool ITE::settle(FRAME& frame, BDD_NODE*& result)
 {
     ITE_TRIPLE& t = frame.triple;
     result = terminal_case(t);
@@ -156,7 +156,7 @@ bool ITE::settle(FRAME& frame, BDD_NODE*& result)
 
 /// @brief Hands a result to the problems that wait for it.
 /// @return whether `next` is to be solved now; otherwise `result` is the result of the call
-bool ITE::resume(BDD_NODE*& result, ITE_TRIPLE& next)
+[[gnu::always_inline]] inline bool ITE::resume(BDD_NODE*& result, ITE_TRIPLE& next)
 {
     while (!stack_.empty()) {
         FRAME& frame = stack_.top();
