@@ -58,13 +58,13 @@ public:
         }
         manager_ = std::make_unique<BDD_MANAGER>(BDD_STORE_METHOD(METHOD),
                                                  static_cast<unsigned short>(variables), order);
+        for (unsigned short i = 0; i < variables; ++i) {
+            variables_[i] = node(i, basbdd_one, basbdd_zero);
+        }
     }
 
     EDGE constant(bool value) { return value ? basbdd_one : basbdd_zero; }
-    EDGE variable(unsigned i)
-    {
-        return manager_->table->findoradd(static_cast<unsigned short>(i), basbdd_one, basbdd_zero);
-    }
+    EDGE variable(unsigned i) { return variables_[i]; } // kept, as BuDDy keeps them
     EDGE node(unsigned short var, EDGE high, EDGE low)
     {
         return manager_->table->findoradd(var, high, low);
@@ -101,6 +101,7 @@ private:
 
     unsigned count_;
     std::unique_ptr<BDD_MANAGER> manager_;
+    EDGE variables_[max_variables];
 };
 
 /// @brief BuDDy behind the same operations.

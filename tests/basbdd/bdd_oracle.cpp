@@ -39,17 +39,16 @@ BDD_NODE* ifthenelse(BDD_MANAGER& m, BDD_NODE* f, BDD_NODE* g, BDD_NODE* h)
     if ((g == one && h == zero) || (g == zero && h == one)) {
         return g == one ? f : negate(f);
     }
+    const bool g_first = ranks_before(g, f);
+    const bool h_first = ranks_before(h, f);
     const auto call = [&](BDD_NODE* a, BDD_NODE* b, BDD_NODE* c) { f = a, g = b, h = c; };
-    if (g == one) {
-        ranks_before(h, f) ? call(h, one, f) : void();
-    } else if (h == one) {
-        ranks_before(g, f) ? call(negate(g), negate(f), one) : void();
-    } else if (g == zero) {
-        ranks_before(h, f) ? call(negate(h), zero, negate(f)) : void();
-    } else if (h == zero) {
-        ranks_before(g, f) ? call(g, f, zero) : void();
-    } else if (g == negate(h)) {
-        ranks_before(g, f) ? call(g, f, negate(f)) : void();
+    const int standard = g == one ? 0 : h == one ? 1 : g == zero ? 2 : h == zero ? 3 : 4;
+    if (h_first && (standard == 0 || standard == 2)) {
+        standard == 0 ? call(h, one, f) : call(negate(h), zero, negate(f));
+    } else if (g_first && (standard == 1 || standard == 3)) {
+        standard == 1 ? call(negate(g), negate(f), one) : call(g, f, zero);
+    } else if (g_first && standard == 4 && g == negate(h)) {
+        call(g, f, negate(f));
     }
     if (is_marked(f)) {
         call(negate(f), h, g);
@@ -152,9 +151,9 @@ bool evaluate(BDD_NODE* e, unsigned assignment)
 
 std::vector<bool> column(BDD_NODE* e, unsigned variables)
 {
-    std::vector<bool> values;
-    for (unsigned assignment = 0; assignment < 1U << variables; ++assignment) {
-        values.push_back(evaluate(e, assignment));
+    std::vector<bool> values(std::size_t{1} << variables);
+    for (unsigned assignment = 0; assignment < values.size(); ++assignment) {
+        values[assignment] = evaluate(e, assignment);
     }
     return values;
 }

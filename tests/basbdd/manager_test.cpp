@@ -37,16 +37,6 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(each, stores_test, testing::ValuesIn(stores));
 
-TEST_P(stores_test, a_triple_has_one_node)
-{
-    BDD_TABLE& table = *manager.bdds.table;
-    BDD_NODE* const x = manager.variable(2);
-    BDD_NODE* const made = table.findoradd(1, x, negate(x));
-    EXPECT_EQ(table.findoradd(1, x, negate(x)), made);
-    EXPECT_NE(table.findoradd(1, basbdd_one, x), table.findoradd(1, basbdd_one, negate(x)));
-    EXPECT_EQ(manager.bdds.ifthenelse(manager.variable(1), x, negate(x)), made);
-}
-
 TEST_P(stores_test, every_function_has_one_canonical_edge)
 {
     for (unsigned byte = 0; byte < 256; ++byte) {
@@ -144,14 +134,10 @@ TEST(manager, keeps_the_constants_for_good)
     EXPECT_EQ(basbdd_one, one);
     EXPECT_EQ(basbdd_zero, negate(one));
     EXPECT_EQ(second.bdds.sig2varid(nullptr), 0xFFFF);
-}
-
-TEST(manager, takes_the_first_variable_of_a_signal)
-{
-    MANAGER manager(BDD_STORE_HASH, 5);
-    manager.bdds.varsigs[4] = manager.signals[3];
-    EXPECT_EQ(manager.bdds.sig2varid(manager.signals[3]), 3);
-    EXPECT_EQ(manager.bdds.sig2varid(manager.signals[4]), 0xFFFF);
+    MANAGER third(BDD_STORE_HASH, 5);
+    third.bdds.varsigs[4] = third.signals[3];
+    EXPECT_EQ(third.bdds.sig2varid(third.signals[3]), 3) << "the first of a signal's variables";
+    EXPECT_EQ(third.bdds.sig2varid(third.signals[4]), 0xFFFF);
 }
 
 TEST(manager, has_no_nodes_for_foreign_variables)
