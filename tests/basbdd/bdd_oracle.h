@@ -16,6 +16,7 @@ namespace bdd_oracle {
 
 inline std::uintptr_t bits(const BDD_NODE* e) { return reinterpret_cast<std::uintptr_t>(e); }
 inline bool is_marked(const BDD_NODE* e) { return (bits(e) & 1U) != 0; }
+// NOLINTNEXTLINE(performance-no-int-to-ptr): the mark is a bit of the address
 inline BDD_NODE* negate(BDD_NODE* e) { return reinterpret_cast<BDD_NODE*>(bits(e) ^ 1U); }
 inline BDD_NODE* node(BDD_NODE* e) { return is_marked(e) ? negate(e) : e; }
 
@@ -51,8 +52,8 @@ public:
     MANAGER(BDD_STORE_METHOD method, unsigned variables);
     BDD_NODE* variable(unsigned index);
     NUMBERING_STORE& number_nodes(); ///< call before the first operation
-    /// The function of the first variables whose value for assignment i is bit i of `column`.
-    BDD_NODE* function(unsigned variables, const std::vector<bool>& column);
+    /// The function of the first variables whose value for assignment i is entry i of `values`.
+    BDD_NODE* function(unsigned variables, const std::vector<bool>& values);
 };
 
 /// The value for the assignment whose bit i is the value of variable i.

@@ -5,8 +5,6 @@
 
 #include <algorithm>
 
-using bdd_oracle::MANAGER;
-using bdd_oracle::negate;
 using tree_oracle::signal;
 
 namespace {

@@ -133,7 +133,7 @@ TEST_P(large, conjunction_of_65535_variables)
     f.setsigto1(m.signals[7]);
     EXPECT_EQ(f.nsuppt, n - 1);
     std::string names(n, 'x');
-    std::string text(6 * n, ' ');
+    std::string text(std::size_t{6} * n, ' ');
     f.printbddexpr(text.data(), names.data());
     EXPECT_EQ(text.substr(0, 8), "~(x?(x?(");
 }

@@ -164,7 +164,7 @@ TEST(table, hashes_and_orders_by_edges_with_their_marks)
     EXPECT_EQ(hash.hash_func(&nodes[1]), static_cast<unsigned>(value));
     for (int i = 0; i < 3; ++i) {
         for (int j = 0; j < 3; ++j) {
-            const int expected = (i > j) - (i < j);
+            const int expected = i == j ? 0 : i < j ? -1 : 1;
             EXPECT_EQ(hash.comp_func(&nodes[i], &nodes[j]), expected);
             const void* entry = &nodes[j];
             EXPECT_EQ(tree.comp_func(&nodes[i], static_cast<const char*>(entry)), expected);
