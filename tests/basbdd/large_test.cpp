@@ -1,40 +1,11 @@
 #include "bdd_oracle.h"
-#include "host_recorder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
+#include <cmath>
 
 using bdd_oracle::MANAGER;
 using bdd_oracle::negate;
-
-namespace {
-
-long live_blocks = 0;
-long blocks_until_failure = -1;
-
-} // namespace
-
-/// Counts what is taken and given back, here and in the libraries, and fails on demand.
-void* operator new(std::size_t size)
-{
-    void* const block = blocks_until_failure == 0 ? nullptr : std::malloc(size);
-    blocks_until_failure -= blocks_until_failure > 0 ? 1 : 0;
-    if (block == nullptr) {
-        throw std::bad_alloc();
-    }
-    ++live_blocks;
-    return block;
-}
-
-void operator delete(void* block) noexcept
-{
-    live_blocks -= block != nullptr ? 1 : 0;
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 
 namespace {
 
@@ -148,32 +119,4 @@ TEST_P(large, subtrees_on_many_paths_are_converted_once)
     }
     BDD_FUNC f(3, &tree, &m.bdds, nullptr);
     EXPECT_EQ(bdd_oracle::count_models(f.bdd, 3), 4);
-}
-
-TEST_P(large, every_block_is_given_back_once_wherever_memory_runs_out)
-{
-    {
-        MANAGER constants(GetParam(), 0);
-    }
-    BOOL_FUNC tree;
-    TECHMAP_SIG* signals[12];
-    for (unsigned i = 0; i < 12; ++i) {
-        signals[i] = tree_oracle::signal(i);
-    }
-    tree.root = chain(BOOL_OP_XOR, {signals, signals + 12});
-    const long before = live_blocks;
-    bool done = false;
-    for (long k = 0; !done; ++k) {
-        blocks_until_failure = k;
-        try {
-            BDD_MANAGER manager(GetParam(), 12, signals);
-            BDD_FUNC f(12, &tree, &manager, nullptr);
-            BDD_FUNC g(&f);
-            g.complsiginfn(signals[3]);
-            done = true;
-        } catch (const std::bad_alloc&) {
-        }
-        blocks_until_failure = -1;
-        ASSERT_EQ(live_blocks, before) << k;
-    }
 }
