@@ -46,7 +46,7 @@ TEST(representations, every_disagreement_is_found)
     all.texts.hexadecimal = "F9";
     all.texts.external = "A B + C !A";
     all.texts.internal = "F0=B0*B3";
-    all.tree.function.complsiginfunc(&all.signals[0]);
+    all.tree.function.complsiginfunc(all.signals.data());
     all.bdd.setsigto1(&all.signals[1]);
     const std::string found = all.check();
     for (const char* part :
