@@ -108,7 +108,6 @@ public:
                 check_agreement(each);
             }
         }
-        check(quiet_host::take_reports() == 0, "no report");
     }
 
 private:

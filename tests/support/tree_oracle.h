@@ -11,9 +11,7 @@
 #include <vector>
 
 /// The library never looks inside, so any object with an address of its own will do.
-class TECHMAP_SIG {
-    char unused;
-};
+class TECHMAP_SIG {};
 
 namespace tree_oracle {
 
