@@ -1,71 +1,86 @@
 /// @file
 /// @brief Evaluates an equation's program block by block into the column.
 #include "equation_program.h"
+#include "function_clones.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <functional>
 #include <utility>
-
-/// A second version for processors with AVX2, chosen at load. ThreadSanitizer is not ready by then.
-#ifdef __SANITIZE_THREAD__
-#define BASBD_AVX2_CLONE
-#else
-#define BASBD_AVX2_CLONE __attribute__((target_clones("avx2", "default")))
-#endif
 
 namespace basbdtt {
 
 namespace {
 
-/// A block is 4,096 entries: 512 bytes, so that all registers in use lie in the first-level cache.
-constexpr int block_inputs = 12;
-constexpr std::size_t words_per_block = std::size_t{1} << (block_inputs - pattern_inputs);
+/// A block is 512 bytes, so that all registers in use lie in the first-level cache.
+constexpr std::size_t words_per_block = std::size_t{1} << (block_inputs - pair_inputs);
 using block = std::array<std::uint64_t, words_per_block>;
 
 /// Longer programs are not specialised: the room for it is set aside before.
-constexpr std::size_t max_specialised_steps = 4096;
+constexpr std::size_t max_specialised_steps = 2048;
 
-/// The blocks of the inputs that select a word of a block, each followed by its complement.
-constexpr auto make_input_blocks()
-{
-    std::array<block, std::size_t{2} * (block_inputs - pattern_inputs)> blocks{};
-    for (std::size_t i = 0; i < blocks.size(); ++i) {
-        for (std::size_t word = 0; word < words_per_block; ++word) {
-            const bool set = ((word >> (i / 2)) & 1U) != 0;
-            blocks[i][word] = set != (i % 2 != 0) ? all_ones : 0;
-        }
-    }
-    return blocks;
-}
-constexpr auto input_blocks = make_input_blocks();
+/// Values on the stack at any time: no tree of fewer than 2^31 operations needs more.
+constexpr std::size_t max_values = 34;
 
-using steps = std::vector<equation_step>;
+/// One step of a program that works on a stack of values: it pushes a leaf, or joins the two
+/// topmost values and complements the result.
+struct step {
+    std::uint32_t leaf; ///< its place, or `joins`
+    operation op;
+    bool complement;
 
-/// A block in memory, or where `words` is null a block of one word repeated. Inputs above a block
-/// are of the second kind, so that most operations on them touch no memory.
-struct block_value {
-    const std::uint64_t* words;
-    std::uint64_t word;
+    static constexpr std::uint32_t joins = ~std::uint32_t{0};
+
+    bool is_join() const { return leaf == joins; }
+    std::uint64_t complement_mask() const { return complement ? all_ones : 0; }
 };
 
-/// Calls `work` with the operation as a function, so that each gets a loop of its own.
-template <typename Work>
-inline void with_operation(operation op, Work work)
-{
-    switch (op) {
-    case operation::disjunction:
-        work(std::bit_or<>());
-        break;
-    case operation::exclusive:
-        work(std::bit_xor<>());
-        break;
-    case operation::conjunction:
-        work(std::bit_and<>());
-        break;
+/// The steps in the order of their work, and the leaves that they push.
+struct step_list {
+    std::vector<equation_leaf> leaves;
+    std::vector<step> steps;
+
+    void push(const equation_leaf& leaf)
+    {
+        steps.push_back({static_cast<std::uint32_t>(leaves.size()), {}, false});
+        leaves.push_back(leaf);
     }
+};
+
+/// @brief The steps to `result`, the needier operand of each node first.
+///
+/// Written from the back: a node, its easier operand, its needier one. Only needier ones wait, and
+/// an easier one needs a register less than its node, so that few places suffice.
+step_list steps_of(equation_program& program, const operand& result)
+{
+    std::array<program_reference, max_values> waiting{};
+    std::size_t count = 0;
+    waiting[count++] = program.refer_to(result);
+    step_list list;
+    list.steps.reserve(2 * program.nodes.size() + 1);
+    while (count != 0) {
+        const program_reference value = waiting[--count];
+        if (!value.is_node()) {
+            list.steps.push_back({static_cast<std::uint32_t>(value.place()), {}, false});
+            continue;
+        }
+        const equation_node& node = program.nodes[value.place()];
+        list.steps.push_back({step::joins, node.op, node.complement});
+        const bool left_first = program.registers_of(node.left) >= program.registers_of(node.right);
+        waiting[count++] = left_first ? node.left : node.right;
+        waiting[count++] = left_first ? node.right : node.left;
+    }
+    std::reverse(list.steps.begin(), list.steps.end());
+    list.leaves = std::move(program.leaves);
+    return list;
 }
+
+/// A block in memory, or where `memory` is null one of two words. Leaves are of the second kind, so
+/// that the operations between them touch no memory.
+struct block_value {
+    const std::uint64_t* memory;
+    two_words words;
+};
 
 /// Words that are joined at a time: all are read before the first is written, so that the result
 /// may take the place of an operand and the compiler still makes vector code of the loop at -O3.
@@ -87,19 +102,28 @@ inline void join_strides(operation op, const std::uint64_t* a, Second b, std::ui
 }
 
 /// Joins two blocks.
-BASBD_AVX2_CLONE void join_blocks(operation op, const std::uint64_t* a, const std::uint64_t* b,
-                                  std::uint64_t* into, std::size_t count, std::uint64_t complement)
+BASBDTT_CLONES void join_blocks(operation op, const std::uint64_t* a, const std::uint64_t* b,
+                                std::uint64_t* into, std::size_t count, std::uint64_t complement)
 {
     join_strides(
         op, a, [=](std::size_t i) { return b[i]; }, into, count, complement);
 }
 
-/// Joins a block and one word repeated.
-BASBD_AVX2_CLONE void join_word(operation op, const std::uint64_t* a, std::uint64_t b,
-                                std::uint64_t* into, std::size_t count, std::uint64_t complement)
+/// Joins a block in memory and one of two words.
+BASBDTT_CLONES void join_words(operation op, const std::uint64_t* a, two_words b,
+                               std::uint64_t* into, std::size_t count, std::uint64_t complement)
 {
+    const std::uint64_t difference = b.set ^ b.clear;
     join_strides(
-        op, a, [=](std::size_t) { return b; }, into, count, complement);
+        op, a, [=](std::size_t i) { return b.clear ^ (difference & (0 - ((b.select >> i) & 1U))); },
+        into, count, complement);
+}
+
+void expand(const two_words& words, std::uint64_t* into, std::size_t count)
+{
+    for (std::size_t i = 0; i < count; ++i) {
+        into[i] = ((words.select >> i) & 1U) != 0 ? words.set : words.clear;
+    }
 }
 
 /// @brief Runs a program on one block of the column at a time.
@@ -112,70 +136,71 @@ public:
         }
     }
 
-    /// The result on a block; valid until the next run.
-    block_value run(const equation_step* begin, const equation_step* end, std::uint64_t block_index)
+    /// The result of the steps from `begin` on for a block; valid until the next run.
+    const std::uint64_t* run(const step_list& list, std::size_t begin, std::size_t block_index)
     {
         std::size_t top = 0;
-        for (const equation_step* step = begin; step != end; ++step) {
-            if (step->what == equation_step::kind::join) {
+        for (std::size_t i = begin; i < list.steps.size(); ++i) {
+            const step& each = list.steps[i];
+            if (each.is_join()) {
                 --top;
-                stack[top - 1] = join(*step, top - 1);
+                stack[top - 1] = join(each, top - 1);
             } else {
-                stack[top++] = leaf(*step, block_index);
+                stack[top++] = {nullptr, list.leaves[each.leaf].in_block(block_index)};
             }
         }
-        return stack[0];
+        return in_memory(stack[0], 0);
     }
 
 private:
-    static block_value leaf(const equation_step& step, std::uint64_t block_index)
+    const std::uint64_t* in_memory(const block_value& value, std::size_t place)
     {
-        if (step.what == equation_step::kind::pattern) {
-            return {nullptr, step.pattern};
+        if (value.memory != nullptr) {
+            return value.memory;
         }
-        if (step.input < block_inputs) {
-            const std::size_t place = std::size_t{2} * (step.input - std::size_t{pattern_inputs});
-            return {input_blocks[place + (step.complement ? 1 : 0)].data(), 0};
-        }
-        const bool one = ((block_index >> (step.input - block_inputs)) & 1U) != 0;
-        return {nullptr, one != step.complement ? all_ones : 0};
+        expand(value.words, storage[place], count);
+        return storage[place];
     }
 
     /// The values at `place` and above it, joined.
-    block_value join(const equation_step& step, std::size_t place)
+    block_value join(const step& step, std::size_t place)
     {
-        const std::uint64_t complement = step.complement ? all_ones : 0;
+        const std::uint64_t complement = step.complement_mask();
         block_value a = stack[place];
         block_value b = stack[place + 1];
-        if (a.words == nullptr) {
+        if (a.memory == nullptr) {
             std::swap(a, b);
         }
-        if (a.words == nullptr) {
-            return {nullptr, apply(step.op, a.word, b.word) ^ complement};
+        if (a.memory == nullptr) {
+            two_words joined{};
+            if (two_words::join(step.op, a.words, b.words, joined)) {
+                return {nullptr, joined.complemented(complement)};
+            }
+            a.memory = in_memory(a, place);
         }
-        if (b.words == nullptr && (b.word == 0 || b.word == all_ones)) {
-            const std::uint64_t of_zero = apply(step.op, 0, b.word) ^ complement;
-            const std::uint64_t of_one = apply(step.op, all_ones, b.word) ^ complement;
+        if (b.memory == nullptr && b.words.is_uniform() && is_constant(b.words.set)) {
+            const std::uint64_t of_zero = apply(step.op, 0, b.words.set) ^ complement;
+            const std::uint64_t of_one = apply(step.op, all_ones, b.words.set) ^ complement;
             if (of_zero == of_one) {
-                return {nullptr, of_zero};
+                return {nullptr, two_words::uniform(of_zero)};
             }
             if (of_zero == 0) {
                 return keep(a, place);
             }
         }
         std::uint64_t* into = storage[place];
-        if (b.words == nullptr) {
-            join_word(step.op, a.words, b.word, into, count, complement);
+        if (b.memory == nullptr) {
+            join_words(step.op, a.memory, b.words, into, count, complement);
         } else {
-            join_blocks(step.op, a.words, b.words, into, count, complement);
+            join_blocks(step.op, a.memory, b.memory, into, count, complement);
         }
-        return {into, 0};
+        return {into, {}};
     }
 
     /// `value` as it is. Where it lies in the register above, the two exchange their memory.
-    block_value keep(block_value value, std::size_t place)
+    block_value keep(const block_value& value, std::size_t place)
     {
-        if (value.words == storage[place + 1]) {
+        if (value.memory == storage[place + 1]) {
             std::swap(storage[place], storage[place + 1]);
         }
         return value;
@@ -187,12 +212,12 @@ private:
     std::array<block_value, max_values> stack;
 };
 
-/// @brief Fixes one input of a program: appends what is left of the steps from `begin` to `end` to
-/// the same vector, which has the capacity.
+/// @brief Fixes the input above `place` blocks: appends what is left of the steps from `begin` to
+/// `end` to the same list, which has the capacity.
 class specialiser {
 public:
-    specialiser(steps& all_steps, int input, bool one)
-        : out(all_steps), fixed_input(input), fixed_pattern(one ? all_ones : 0)
+    specialiser(step_list& all_steps, int input_place, bool one)
+        : list(all_steps), place(input_place), value_of_input(one)
     {
     }
 
@@ -200,73 +225,66 @@ public:
     {
         std::size_t top = 0;
         for (std::size_t i = begin; i < end; ++i) {
-            const equation_step step = out[i];
-            if (step.what == equation_step::kind::join) {
+            const step each = list.steps[i];
+            if (each.is_join()) {
                 --top;
-                stack[top - 1] = join(step, stack[top - 1], stack[top]);
+                join(each, stack[top - 1], stack[top]);
             } else {
-                stack[top++] = leaf(step);
+                stack[top++] = {list.steps.size(),
+                                list.leaves[each.leaf].fixed(place, value_of_input), true};
             }
         }
-        emit_pattern(stack[0]);
+        emit_leaf(stack[0]);
     }
 
 private:
-    /// A pattern, which has no steps yet, or the steps from `start` on.
+    /// A leaf, which has no step yet, or the steps from `start` on.
     struct value {
         std::size_t start;
-        std::uint64_t pattern;
-        bool is_pattern;
-
-        bool is_constant() const { return is_pattern && (pattern == 0 || pattern == all_ones); }
+        equation_leaf leaf;
+        bool is_leaf;
     };
 
-    value leaf(const equation_step& step)
+    /// Joins `b` to `a`.
+    void join(const step& step, value& a, value& b)
     {
-        if (step.what == equation_step::kind::pattern) {
-            return {out.size(), step.pattern, true};
+        if (a.is_leaf && b.is_leaf && equation_leaf::join(step.op, a.leaf, b.leaf, a.leaf)) {
+            if (step.complement) {
+                a.leaf.complement();
+            }
+            return;
         }
-        if (step.input == fixed_input) {
-            return {out.size(), step.complement ? ~fixed_pattern : fixed_pattern, true};
-        }
-        out.push_back(step);
-        return {out.size() - 1, 0, false};
-    }
-
-    value join(const equation_step& step, value a, value b)
-    {
-        const std::uint64_t complement = step.complement ? all_ones : 0;
-        if (a.is_pattern && b.is_pattern) {
-            return {a.start, apply(step.op, a.pattern, b.pattern) ^ complement, true};
-        }
-        if (a.is_pattern) {
+        if (a.is_leaf) {
             std::swap(a, b); // they start at the same step
         }
-        if (b.is_constant()) {
-            const std::uint64_t of_zero = apply(step.op, 0, b.pattern) ^ complement;
-            const std::uint64_t of_one = apply(step.op, all_ones, b.pattern) ^ complement;
+        if (b.is_leaf && b.leaf.is_constant()) {
+            const std::uint64_t complement = step.complement_mask();
+            const std::uint64_t of_zero = apply(step.op, 0, b.leaf.block.set) ^ complement;
+            const std::uint64_t of_one = apply(step.op, all_ones, b.leaf.block.set) ^ complement;
             if (of_zero == of_one) {
-                out.erase(out.begin() + static_cast<std::ptrdiff_t>(a.start), out.end());
-                return {a.start, of_zero, true};
+                list.steps.resize(a.start);
+                a = {a.start, equation_leaf::pattern(of_zero), true};
+            } else {
+                list.steps.back().complement = list.steps.back().complement != (of_zero != 0);
             }
-            out.back().complement = out.back().complement != (of_zero != 0);
-            return a;
+            return;
         }
-        emit_pattern(b);
-        out.push_back(step);
-        return a;
+        emit_leaf(a);
+        emit_leaf(b);
+        list.steps.push_back(step);
+        a.is_leaf = false;
     }
 
-    void emit_pattern(const value& each)
+    void emit_leaf(const value& each)
     {
-        if (each.is_pattern) {
-            out.push_back({each.pattern, equation_step::kind::pattern, {}, false, 0});
+        if (each.is_leaf) {
+            list.push(each.leaf);
         }
     }
 
-    steps& out;
-    int fixed_input;
-    std::uint64_t fixed_pattern;
+    step_list& list;
+    int place;
+    bool value_of_input;
     std::array<value, max_values> stack;
 };
 
@@ -274,53 +292,48 @@ private:
 /// down to blocks.
 class column_writer {
 public:
-    column_writer(steps& all_steps, int width, std::vector<std::uint32_t>& words)
-        : program(all_steps), column(words),
-          pairs(std::size_t{1} << (std::min(width, block_inputs) - pattern_inputs)),
-          evaluator(pairs)
+    column_writer(step_list& all_steps, int width, std::vector<std::uint32_t>& words)
+        : list(all_steps), column(words),
+          pairs(std::size_t{1} << (std::min(width, block_inputs) - pair_inputs)), evaluator(pairs)
     {
     }
 
     /// Appends the 2^width entries of the steps from `begin` on.
     void write(std::size_t begin, int width)
     {
-        const std::size_t end = program.size();
-        if (width <= block_inputs) {
-            const std::size_t block_index = column.size() / (2 * pairs);
-            append(evaluator.run(&program[begin], program.data() + end, block_index));
-        } else if (!uses(begin, width - 1)) {
+        const int place = width - 1 - block_inputs;
+        const std::size_t end = list.steps.size();
+        if (place < 0) {
+            append(evaluator.run(list, begin, column.size() / (2 * pairs)));
+        } else if (!uses(begin, place)) {
             write(begin, width - 1);
             repeat(words_for_width(width - 1));
         } else if (end - begin > max_specialised_steps) {
             write(begin, width - 1);
             write(begin, width - 1);
         } else {
+            const std::size_t leaves = list.leaves.size();
             for (const bool one : {false, true}) {
-                specialiser(program, width - 1, one).run(begin, end);
+                specialiser(list, place, one).run(begin, end);
                 write(end, width - 1);
-                program.erase(program.begin() + static_cast<std::ptrdiff_t>(end), program.end());
+                list.steps.resize(end);
+                list.leaves.resize(leaves);
             }
         }
     }
 
 private:
-    bool uses(std::size_t begin, int input) const
+    bool uses(std::size_t begin, int place) const
     {
-        return std::any_of(program.begin() + static_cast<std::ptrdiff_t>(begin), program.end(),
-                           [input](const equation_step& step) {
-                               return step.what == equation_step::kind::input &&
-                                      step.input == input;
+        return std::any_of(list.steps.begin() + static_cast<std::ptrdiff_t>(begin),
+                           list.steps.end(), [=](const step& each) {
+                               return !each.is_join() &&
+                                      ((list.leaves[each.leaf].care >> place) & 1U) != 0;
                            });
     }
 
-    void append(const block_value& value)
+    void append(const std::uint64_t* source)
     {
-        block filled;
-        if (value.words == nullptr) {
-            std::fill_n(filled.begin(), pairs, value.word);
-        }
-        static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "the low word of a pair is first");
-        const std::uint64_t* source = value.words == nullptr ? filled.data() : value.words;
         std::memcpy(buffer.data(), source, pairs * sizeof(*source));
         append_buffer();
     }
@@ -341,22 +354,54 @@ private:
                       buffer.begin() + static_cast<std::ptrdiff_t>(2 * pairs));
     }
 
-    steps& program;
+    step_list& list;
     std::vector<std::uint32_t>& column;
     std::size_t pairs; ///< pairs of words in a block
     block_evaluator evaluator;
     std::array<std::uint32_t, 2 * words_per_block> buffer;
 };
 
+/// @brief Appends the column of `list` over `width` inputs, at least 6, to the empty `column`.
+///
+/// Allocates before the first word is written, and not in `column`, which has the capacity.
+void write_column(step_list& list, int width, std::vector<std::uint32_t>& column)
+{
+    if (list.steps.size() <= max_specialised_steps && width > block_inputs) {
+        const auto levels = static_cast<std::size_t>(width - block_inputs);
+        list.steps.reserve((levels + 1) * list.steps.size());
+        list.leaves.reserve(list.leaves.size() + levels * list.steps.size());
+    }
+    column_writer(list, width, column).write(0, width);
+}
+
 } // namespace
 
-void write_column(std::vector<equation_step>& steps, int width, std::vector<std::uint32_t>& column)
+void evaluate(equation_program& program, const operand& result, int width, BOOL_TRUTH_TABLE& table)
 {
-    if (steps.size() <= max_specialised_steps && width > block_inputs) {
-        const auto levels = static_cast<std::size_t>(width - block_inputs);
-        steps.reserve((levels + 1) * steps.size());
+    const std::size_t size = words_for_width(width);
+    step_list list;
+    if (width > pair_inputs) {
+        list = steps_of(program, result);
     }
-    column_writer(steps, width, column).write(0, width);
+    std::vector<std::uint32_t> fresh;
+    const bool has_room = table.value.words.capacity() >= size;
+    std::vector<std::uint32_t>& column = has_room ? table.value.words : fresh;
+    if (!has_room) {
+        fresh.reserve(size);
+    }
+    if (width > pair_inputs) {
+        column.clear();
+        write_column(list, width, column);
+    } else {
+        std::array<std::uint32_t, 2> pair{};
+        store_pair(pair.data(), result.payload & first_pair_mask(width));
+        column.assign(pair.begin(), pair.begin() + static_cast<std::ptrdiff_t>(size));
+    }
+    if (!has_room) {
+        table.value.words.swap(fresh);
+    }
+    table.value.bit_count = std::int32_t{1} << width;
+    table.width = static_cast<signed char>(width);
 }
 
 } // namespace basbdtt

@@ -1,31 +1,34 @@
+/// @file
+/// @brief Builds an equation's program, folding operands into leaves where it can.
 #include "equation_program.h"
 
 #include <algorithm>
-#include <array>
 #include <new>
 
 namespace basbdtt {
 
 operand equation_program::join(operation op, const operand& left, const operand& right)
 {
-    if (left.what == operand::kind::refused) {
-        return left;
+    for (const operand* each : {&left, &right}) {
+        if (each->what == operand::kind::refused) {
+            return *each;
+        }
     }
-    if (right.what == operand::kind::refused) {
-        return right;
+    if (left.what != operand::kind::node && right.what != operand::kind::node) {
+        equation_leaf joined{};
+        if (equation_leaf::join(op, leaf_of(left), leaf_of(right), joined)) {
+            release(right);
+            release(left);
+            return hold(joined);
+        }
     }
-    if (nodes.empty()) {
-        constexpr std::size_t common_size = 64;
-        nodes.reserve(common_size);
-        patterns.reserve(common_size);
-    }
-    const reference a = refer_to(left);
-    const reference b = refer_to(right);
+    const program_reference a = refer_to(left);
+    const program_reference b = refer_to(right);
     const int need_a = registers_of(a);
     const int need_b = registers_of(b);
     const int need = std::max({1, need_a, need_b, need_a == need_b ? need_a + 1 : 0});
     nodes.push_back({a, b, op, false, static_cast<std::uint8_t>(need)});
-    return {operand::kind::node, refusal::none, nodes.size() - 1};
+    return {operand::kind::node, {}, nodes.size() - 1};
 }
 
 operand equation_program::complement(operand value)
@@ -34,8 +37,8 @@ operand equation_program::complement(operand value)
     case operand::kind::pattern:
         value.payload = ~value.payload;
         break;
-    case operand::kind::input:
-        value.payload ^= 1;
+    case operand::kind::leaf:
+        leaves[value.payload].complement();
         break;
     case operand::kind::node:
         nodes[value.payload].complement = !nodes[value.payload].complement;
@@ -46,86 +49,46 @@ operand equation_program::complement(operand value)
     return value;
 }
 
-equation_program::reference equation_program::refer_to(const operand& value)
+operand equation_program::hold(const equation_leaf& leaf)
 {
-    std::uint64_t payload = value.payload;
-    if (value.what == operand::kind::pattern) {
-        patterns.push_back(value.payload);
-        payload = patterns.size() - 1;
+    if (leaf.is_pattern()) {
+        return operand::pattern(leaf.block.set);
     }
-    if (payload >= std::uint64_t{1} << 30) {
+    if (leaves.empty()) {
+        constexpr std::size_t common_size = 64;
+        leaves.reserve(common_size);
+        nodes.reserve(common_size);
+    }
+    leaves.push_back(leaf);
+    return {operand::kind::leaf, {}, leaves.size() - 1};
+}
+
+equation_leaf equation_program::leaf_of(const operand& value) const
+{
+    return value.what == operand::kind::pattern ? equation_leaf::pattern(value.payload)
+                                                : leaves[value.payload];
+}
+
+/// Gives back the place of a leaf, as far as it is the last one.
+void equation_program::release(const operand& value)
+{
+    if (value.what == operand::kind::leaf && value.payload + 1 == leaves.size()) {
+        leaves.pop_back();
+    }
+}
+
+program_reference equation_program::refer_to(const operand& value)
+{
+    std::uint64_t place = value.payload;
+    if (value.what == operand::kind::pattern) {
+        leaves.push_back(leaf_of(value));
+        place = leaves.size() - 1;
+    }
+    if (place >= std::uint64_t{1} << 31) {
         throw std::bad_alloc(); // a text of gigabytes: no reference has room for its operations
     }
-    return static_cast<reference>(payload << 2) | static_cast<reference>(value.what);
-}
-
-int equation_program::registers_of(reference value) const
-{
-    return kind_of(value) == operand::kind::node ? nodes[payload_of(value)].registers : 0;
-}
-
-equation_step equation_program::leaf_step(reference value) const
-{
-    const std::uint32_t payload = payload_of(value);
-    if (kind_of(value) == operand::kind::pattern) {
-        return {patterns[payload], equation_step::kind::pattern, {}, false, 0};
-    }
-    return {0,
-            equation_step::kind::input,
-            {},
-            payload % 2 != 0,
-            static_cast<std::uint8_t>(payload / 2)};
-}
-
-/// @brief The program of `result`, the needier operand of each node first.
-///
-/// Written from the back: a node, its easier operand, its needier one. Only needier ones wait, and
-/// an easier one needs a register less than its node, so that few places suffice.
-std::vector<equation_step> equation_program::steps_of(const operand& result)
-{
-    std::array<reference, max_values> waiting{};
-    std::size_t count = 0;
-    waiting[count++] = refer_to(result);
-    std::vector<equation_step> steps;
-    steps.reserve(2 * nodes.size() + 1);
-    while (count != 0) {
-        const reference value = waiting[--count];
-        if (kind_of(value) != operand::kind::node) {
-            steps.push_back(leaf_step(value));
-            continue;
-        }
-        const node& join = nodes[payload_of(value)];
-        steps.push_back({0, equation_step::kind::join, join.op, join.complement, 0});
-        const bool left_first = registers_of(join.left) >= registers_of(join.right);
-        waiting[count++] = left_first ? join.left : join.right;
-        waiting[count++] = left_first ? join.right : join.left;
-    }
-    std::reverse(steps.begin(), steps.end());
-    return steps;
-}
-
-void equation_program::evaluate(const operand& result, int width, BOOL_TRUTH_TABLE& table)
-{
-    const std::size_t size = words_for_width(width);
-    std::vector<equation_step> steps;
-    if (width >= pattern_inputs) {
-        steps = steps_of(result);
-    }
-    std::vector<std::uint32_t> fresh;
-    std::vector<std::uint32_t>& column =
-        table.value.words.capacity() < size ? fresh : table.value.words;
-    fresh.reserve(&column == &fresh ? size : 0);
-    column.clear();
-    if (width < pattern_inputs) {
-        column.push_back(static_cast<std::uint32_t>(result.payload) & last_word_mask(width));
-    } else {
-        write_column(steps, width, column);
-    }
-    if (&column == &fresh) {
-        table.value.words.swap(fresh);
-    }
-    table.value.bit_count = std::int32_t{1} << width;
-    table.width = static_cast<signed char>(width);
+    const bool is_node = value.what == operand::kind::node;
+    return {static_cast<std::uint32_t>(place << 1) | (is_node ? 1U : 0U)};
 }
 
 } // namespace basbdtt

@@ -8,7 +8,7 @@
 #pragma once
 
 #include "basbdtt.h"
-#include "column_words.h"
+#include "equation_leaf.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,14 +16,8 @@
 
 namespace basbdtt {
 
-/// Inputs below this one, together, make a pattern of 64 entries that the column repeats.
-constexpr int pattern_inputs = 6;
-
-constexpr std::uint64_t all_ones = ~std::uint64_t{0};
-
 /// Why an equation is refused.
 enum class refusal : std::uint8_t {
-    none,
     unexpected_element, ///< detail: the character
     unbalanced,
     no_element,
@@ -36,76 +30,56 @@ enum class refusal : std::uint8_t {
 /// it is dropped wherever the value would be.
 struct operand {
     enum class kind : std::uint8_t {
-        pattern, ///< a function of the pattern inputs; payload: its 64 entries
-        input,   ///< payload: twice the number, and 1 for the complement
-        node,    ///< payload: the index of an operation
+        pattern, ///< a function of the lowest inputs; payload: its 64 entries
+        leaf,    ///< payload: its place in the program
+        node,    ///< payload: its place in the program
         refused  ///< payload: the detail
     };
 
     kind what = kind::pattern;
-    refusal why = refusal::none;
+    refusal why = {}; ///< of a refused piece
     std::uint64_t payload = 0;
 
-    static operand constant(bool one) { return {kind::pattern, refusal::none, one ? all_ones : 0}; }
-    static operand refused(refusal why, std::uint64_t detail = 0)
+    static constexpr operand pattern(std::uint64_t entries) { return {kind::pattern, {}, entries}; }
+    static constexpr operand constant(bool one) { return pattern(one ? all_ones : 0); }
+    static constexpr operand refused(refusal why, std::uint64_t detail = 0)
     {
         return {kind::refused, why, detail};
     }
-    static operand of_input(int number)
-    {
-        const auto place = static_cast<std::size_t>(number);
-        return number < pattern_inputs
-                   ? operand{kind::pattern, refusal::none, pair_projection_mask[place]}
-                   : operand{kind::input, refusal::none, 2 * place};
-    }
 };
 
-/// The operators in the order of their ranks, the least binding first.
-enum class operation : std::uint8_t { disjunction, exclusive, conjunction };
-constexpr std::size_t operations = 3;
+/// A leaf or a node by its place, which lies above the lowest bit.
+struct program_reference {
+    std::uint32_t bits;
 
-/// Both operands' entries joined.
-inline std::uint64_t apply(operation op, std::uint64_t a, std::uint64_t b)
-{
-    switch (op) {
-    case operation::disjunction:
-        return a | b;
-    case operation::exclusive:
-        return a ^ b;
-    case operation::conjunction:
-        break;
-    }
-    return a & b;
-}
+    bool is_node() const { return (bits & 1U) != 0; }
+    std::size_t place() const { return bits >> 1; }
+};
 
-/// One step of a program that works on a stack of values: it pushes a leaf, or joins the two
-/// topmost values and complements the result.
-struct equation_step {
-    enum class kind : std::uint8_t { pattern, input, join };
-
-    std::uint64_t pattern;
-    kind what;
+struct equation_node {
+    program_reference left;
+    program_reference right;
     operation op;
-    bool complement; ///< of an input or a join
-    std::uint8_t input;
+    bool complement;
+    std::uint8_t registers; ///< that its evaluation needs; at most the logarithm of its size
 };
-
-/// Values on the stack at any time: no tree of fewer than 2^30 operations needs more.
-constexpr std::size_t max_values = 34;
-
-/// @brief Appends the column of `steps` over `width` inputs, at least 6, to the empty `column`.
-///
-/// Allocates before the first word is written, and not in `column` when that has the capacity.
-void write_column(std::vector<equation_step>& steps, int width, std::vector<std::uint32_t>& column);
 
 /// @brief One equation as a tree of operations.
 class equation_program {
 public:
-    /// The value of `left` joined with `right`; a refused operand, the left one first, refuses it.
+    operand of_input(int number)
+    {
+        return number < pair_inputs
+                   ? operand::pattern(pair_projection_mask[static_cast<std::size_t>(number)])
+                   : hold(equation_leaf::of_input(number));
+    }
+
+    /// The value of `left` joined with `right`, both used nowhere else; a refused operand, the left
+    /// one first, refuses it.
     operand combine(operation op, const operand& left, const operand& right)
     {
         if (left.what == operand::kind::pattern && right.what == operand::kind::pattern) {
-            return {operand::kind::pattern, refusal::none, apply(op, left.payload, right.payload)};
+            return operand::pattern(apply(op, left.payload, right.payload));
         }
         return join(op, left, right);
     }
@@ -113,35 +87,27 @@ public:
     /// The complement of `value`, which is used nowhere else.
     operand complement(operand value);
 
-    /// @brief Gives `table` the column and the width of `result`.
-    ///
-    /// The column is written once, block by block, into the words that the table already has where
-    /// they suffice. Nothing is changed when an allocation fails.
-    void evaluate(const operand& result, int width, BOOL_TRUTH_TABLE& table);
+    /// The place of `value` in `leaves` or in `nodes`.
+    program_reference refer_to(const operand& value);
+    int registers_of(program_reference value) const
+    {
+        return value.is_node() ? nodes[value.place()].registers : 0;
+    }
+
+    std::vector<equation_leaf> leaves;
+    std::vector<equation_node> nodes;
 
 private:
-    /// An operand of a node in 32 bits: the kind below, payload or place in `patterns` above.
-    using reference = std::uint32_t;
-
-    struct node {
-        reference left;
-        reference right;
-        operation op;
-        bool complement;
-        std::uint8_t registers; ///< that its evaluation needs; at most the logarithm of its size
-    };
-
-    static operand::kind kind_of(reference value) { return static_cast<operand::kind>(value & 3U); }
-    static std::uint32_t payload_of(reference value) { return value >> 2; }
-
     operand join(operation op, const operand& left, const operand& right);
-    reference refer_to(const operand& value);
-    int registers_of(reference value) const;
-    equation_step leaf_step(reference value) const;
-    std::vector<equation_step> steps_of(const operand& result);
-
-    std::vector<std::uint64_t> patterns;
-    std::vector<node> nodes;
+    operand hold(const equation_leaf& leaf);
+    equation_leaf leaf_of(const operand& value) const;
+    void release(const operand& value);
 };
+
+/// @brief Gives `table` the column and the width of `result`.
+///
+/// The column is written once, block by block, into the words that the table already has where
+/// they suffice. Nothing is changed when an allocation fails.
+void evaluate(equation_program& program, const operand& result, int width, BOOL_TRUTH_TABLE& table);
 
 } // namespace basbdtt

@@ -1,6 +1,10 @@
+/// @file
+/// @brief The messages about equations that are refused.
 #include "equation_reader.h"
 
 #include "ut_text.h"
+
+#include <cstdlib>
 
 namespace basbdtt {
 
@@ -18,8 +22,6 @@ char* unexpected_element_message(unsigned char character)
 char* message_of(const operand& refused, int width)
 {
     switch (refused.why) {
-    case refusal::none:
-        break; // no refusal
     case refusal::unexpected_element:
         return unexpected_element_message(static_cast<unsigned char>(refused.payload));
     case refusal::unbalanced:
@@ -31,10 +33,10 @@ char* message_of(const operand& refused, int width)
     case refusal::bare_input_name:
         return neoform("Equation input 'B' without a number");
     case refusal::input_beyond_width:
-        break;
+        return neoform("Equation input %d in a table of width %d",
+                       static_cast<int>(refused.payload), width);
     }
-    return neoform("Equation input %d in a table of width %d", static_cast<int>(refused.payload),
-                   width);
+    std::abort(); // there is no other refusal
 }
 
 } // namespace

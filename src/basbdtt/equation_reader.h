@@ -97,15 +97,23 @@ private:
     /// disjunction, B for the conjunction, the factor C and its negation.
     struct level {
         enum mark : std::uint8_t {
-            // 1, 2 and 4: an operand is pending for each operation
+            has_pending_disjunction = 1,
+            has_pending_exclusive = 2,
+            has_pending_conjunction = 4,
             has_group = 8,
             has_leaf = 16,
             negated = 32,
             is_refused = 64 ///< `pending[0]` tells why
         };
-        static constexpr unsigned has_pending(std::size_t rank) { return 1U << rank; }
+        /// The mark of an operation, by its rank.
+        static constexpr unsigned has_pending(std::size_t rank)
+        {
+            constexpr std::array<mark, operations> marks = {
+                has_pending_disjunction, has_pending_exclusive, has_pending_conjunction};
+            return marks[rank];
+        }
 
-        std::array<operand, operations> pending;
+        std::array<operand, operations> pending; ///< by the rank of the operation
         operand factor; ///< the group or the leaf that the factor has come to so far
         unsigned flags = 0;
 
@@ -117,7 +125,7 @@ private:
         }
     };
 
-    static element element_at(const std::string& text, std::size_t position)
+    element element_at(std::size_t position) const
     {
         return Grammar::elements[static_cast<unsigned char>(text[position])];
     }
@@ -133,7 +141,7 @@ private:
     {
         current = level();
         for (std::size_t i = begin; i < end;) {
-            const element what = element_at(text, i);
+            const element what = element_at(i);
             switch (what) {
             case element::blank:
                 ++i;
@@ -200,9 +208,9 @@ private:
         return i + 1;
     }
 
-    operand leaf(int number) const
+    operand leaf(int number)
     {
-        return number < width ? operand::of_input(number)
+        return number < width ? operations_of_text.of_input(number)
                               : operand::refused(refusal::input_beyond_width,
                                                  static_cast<std::uint64_t>(number));
     }
@@ -236,7 +244,7 @@ private:
                                                    current.pending[tighter], value);
             }
         }
-        current.flags &= level::has_pending(rank) - 1;
+        current.flags &= level::has_pending(rank) - 1; // what is pending for looser operations
         return value;
     }
 
@@ -323,7 +331,7 @@ private:
             }
         };
         for (std::size_t i = begin; i < text.size();) {
-            const element what = element_at(text, i);
+            const element what = element_at(i);
             std::size_t next = i + 1;
             if (what == element::close) {
                 if (--depth == -1 && in_chosen_region) {
@@ -385,7 +393,7 @@ void read_equation(BOOL_TRUTH_TABLE& table, int width, const std::string& text, 
     if (result.what == operand::kind::refused) {
         report_refusal(result, width);
     } else {
-        reader.program().evaluate(result, width, table);
+        evaluate(reader.program(), result, width, table);
     }
 }
 

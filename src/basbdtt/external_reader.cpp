@@ -23,8 +23,7 @@ constexpr basbdtt::element_table external_elements()
 struct external_grammar {
     static constexpr basbdtt::element_table elements = external_elements();
     static constexpr bool negation_outranks_group = true;
-    static constexpr operand blank = {operand::kind::pattern, basbdtt::refusal::none,
-                                      basbdtt::all_ones};
+    static constexpr operand blank = operand::constant(true);
 
     /// A letter is joined with whatever follows it unless that is a `)` or an operator.
     static input_name read_input(const std::string& text, std::size_t position)

@@ -21,7 +21,7 @@ constexpr basbdtt::element_table internal_elements()
 struct internal_grammar {
     static constexpr basbdtt::element_table elements = internal_elements();
     static constexpr bool negation_outranks_group = false;
-    static constexpr operand blank = {operand::kind::refused, basbdtt::refusal::blank_operand, 0};
+    static constexpr operand blank = operand::refused(basbdtt::refusal::blank_operand);
 
     static bool is_digit(const std::string& text, std::size_t position)
     {
@@ -41,7 +41,8 @@ struct internal_grammar {
         return {10 * first + (text[position + 2] - '0'), position + 3, false};
     }
 
-    /// A group's text is upper case by the time that it is read, so its prefix is, too.
+    /// By the time that a group is read its text is upper case, so that it may have "f0=" in front;
+    /// the whole text may not.
     static std::size_t prefix(const std::string& text, std::size_t position)
     {
         const bool present = text.size() - position >= 3 &&

@@ -178,6 +178,50 @@ TEST(EquationReader, AgreesWithItsDefinition)
     }
 }
 
+struct equation {
+    std::string text;
+    TRUTH_TABLE_VAL column;
+};
+
+/// An internal equation at random, with the column that the operators on columns make.
+equation random_equation(std::mt19937& random, int width, int depth)
+{
+    if (depth == 0 || random() % 16 == 0) {
+        const int input = static_cast<int>(random() % static_cast<unsigned>(width + 1));
+        if (input == width) {
+            return {"1", TRUTH_TABLE_VAL(width, 1)};
+        }
+        BOOL_TRUTH_TABLE table;
+        table.set_identity_for_input(width, input);
+        return {"B" + std::to_string(input), table.value};
+    }
+    equation left = random_equation(random, width, depth - 1);
+    const equation right = random_equation(random, width, depth - 1);
+    const char op = "*@+"[random() % 3];
+    op == '*'   ? left.column &= right.column
+    : op == '@' ? left.column ^= right.column
+                : left.column |= right.column;
+    const bool negated = random() % 2 == 0;
+    if (negated) {
+        left.column ^= TRUTH_TABLE_VAL(width, 1);
+    }
+    return {(negated ? "~(" : "(") + left.text + op + right.text + ")", left.column};
+}
+
+/// Inputs of a word, of a block and above, from a few to thousands.
+TEST(EquationReader, JoinsInputsOfAnyNumber)
+{
+    constexpr unsigned seed = 11;
+    std::mt19937 random(seed);
+    for (int round = 0; round < 1500; ++round) {
+        const int width = 7 + static_cast<int>(random() % 9);
+        const equation made = random_equation(random, width, round % 100 == 0 ? 13 : round % 8);
+        BOOL_TRUTH_TABLE table;
+        table.set_value_from_internal_equation(width, made.text);
+        ASSERT_EQ(table.value.words, made.column.words) << "seed " << seed << ": " << made.text;
+    }
+}
+
 std::string repeated(const std::string& piece, std::size_t characters)
 {
     std::string text;
