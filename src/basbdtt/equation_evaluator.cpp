@@ -82,31 +82,53 @@ struct block_value {
     two_words words;
 };
 
-/// Words that are joined at a time: all are read before the first is written, so that the result
-/// may take the place of an operand and the compiler still makes vector code of the loop at -O3.
-constexpr std::size_t stride = 8;
+/// Words that are joined at a time.
+using group = word_group<8>::type;
+constexpr std::size_t stride = sizeof(group) / sizeof(std::uint64_t);
 
-template <typename Second>
-inline void join_strides(operation op, const std::uint64_t* a, Second b, std::uint64_t* into,
-                         std::size_t count, std::uint64_t complement)
+/// The groups whose word k is all ones where bit k of the index is set.
+constexpr auto make_group_masks()
 {
-    with_operation(op, [=](auto combine) {
+    std::array<std::array<std::uint64_t, stride>, std::size_t{1} << stride> masks{};
+    for (std::size_t i = 0; i < masks.size(); ++i) {
+        for (std::size_t k = 0; k < stride; ++k) {
+            masks[i][k] = ((i >> k) & 1U) != 0 ? all_ones : 0;
+        }
+    }
+    return masks;
+}
+alignas(sizeof(group)) constexpr auto group_masks = make_group_masks();
+
+void load_words(group& words, const std::uint64_t* source)
+{
+    std::memcpy(&words, source, sizeof words);
+}
+
+/// Joins a block in memory and one of which `load` gives a group at a time.
+template <typename Load>
+inline void join_groups(operation op, const std::uint64_t* a, Load load, std::uint64_t* into,
+                        std::size_t count, std::uint64_t complement)
+{
+    with_operation(op, [=](auto assign) {
         for (std::size_t i = 0; i < count; i += stride) {
-            std::array<std::uint64_t, stride> joined;
-            for (std::size_t k = 0; k < stride; ++k) {
-                joined[k] = combine(a[i + k], b(i + k)) ^ complement;
-            }
-            std::memcpy(into + i, joined.data(), sizeof joined);
+            group first;
+            group second;
+            load_words(first, a + i);
+            load(second, i);
+            assign(first, second);
+            first ^= complement;
+            std::memcpy(into + i, &first, sizeof first);
         }
     });
 }
 
-/// Joins two blocks.
+/// Joins two blocks in memory.
 BASBDTT_CLONES void join_blocks(operation op, const std::uint64_t* a, const std::uint64_t* b,
                                 std::uint64_t* into, std::size_t count, std::uint64_t complement)
 {
-    join_strides(
-        op, a, [=](std::size_t i) { return b[i]; }, into, count, complement);
+    join_groups(
+        op, a, [=](group& words, std::size_t i) { load_words(words, b + i); }, into, count,
+        complement);
 }
 
 /// Joins a block in memory and one of two words.
@@ -114,8 +136,12 @@ BASBDTT_CLONES void join_words(operation op, const std::uint64_t* a, two_words b
                                std::uint64_t* into, std::size_t count, std::uint64_t complement)
 {
     const std::uint64_t difference = b.set ^ b.clear;
-    join_strides(
-        op, a, [=](std::size_t i) { return b.clear ^ (difference & (0 - ((b.select >> i) & 1U))); },
+    join_groups(
+        op, a,
+        [=](group& words, std::size_t i) {
+            load_words(words, group_masks[(b.select >> i) % group_masks.size()].data());
+            words = (words & difference) ^ b.clear;
+        },
         into, count, complement);
 }
 

@@ -11,7 +11,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 
 namespace basbdtt {
 
@@ -24,25 +23,26 @@ constexpr std::uint64_t all_ones = ~std::uint64_t{0};
 enum class operation : std::uint8_t { disjunction, exclusive, conjunction };
 constexpr std::size_t operations = 3;
 
-/// Calls `work` with the operation as a function, so that each gets code of its own.
+/// Calls `work` with the operation as a function that joins its second argument to its first, so
+/// that each gets code of its own.
 template <typename Work>
-inline auto with_operation(operation op, Work work)
+inline void with_operation(operation op, Work work)
 {
     switch (op) {
     case operation::disjunction:
-        return work(std::bit_or<>());
+        return work([](auto& a, const auto& b) { a |= b; });
     case operation::exclusive:
-        return work(std::bit_xor<>());
+        return work([](auto& a, const auto& b) { a ^= b; });
     case operation::conjunction:
-        break;
+        return work([](auto& a, const auto& b) { a &= b; });
     }
-    return work(std::bit_and<>());
 }
 
 /// Both operands' entries joined.
 inline std::uint64_t apply(operation op, std::uint64_t a, std::uint64_t b)
 {
-    return with_operation(op, [=](auto join) { return join(a, b); });
+    with_operation(op, [&](auto assign) { assign(a, b); });
+    return a;
 }
 
 constexpr bool is_constant(std::uint64_t word) { return word == 0 || word == all_ones; }
