@@ -20,6 +20,10 @@ constexpr int BASBDTT_MAX_WIDTH = 30;
 ///     words[0]: bit 31 ... bit 1 bit 0     words[1]: bit 63 ... bit 32     ...
 ///
 /// A column of 2^width bits has ((2^width - 1) >> 5) + 1 words; bits past the column are zero.
+///
+/// The fields may be set by hand: every operation takes missing words as zero, and one with a width
+/// drops what lies beyond its column. The operations take time linear in the column, a word or more
+/// at a step.
 class BASBD_API TRUTH_TABLE_VAL {
 public:
     std::vector<std::uint32_t> words; ///< the bits, least significant first
@@ -27,7 +31,7 @@ public:
 
     /// @brief The constant column of a function of `width` inputs.
     /// @param width  number of inputs; "width>=1", "width<=30"
-    /// @param value  the constant, 0 or 1
+    /// @param value  the constant, 0 or 1; any other value counts as 1
     TRUTH_TABLE_VAL(int width, int value)
     {
         basbd_require(width >= 1, "width>=1", __PRETTY_FUNCTION__);
@@ -56,15 +60,20 @@ public:
     void operator&=(const TRUTH_TABLE_VAL& other);
 
     /// @brief The column as uppercase hexadecimal text: ceil(bit_count / 4) digits, the last one
-    /// holding bits 0 to 3.
+    /// holding bits 0 to 3. No prefix; a `bit_count` of 0 or less gives the empty text.
     std::string get_hex_string() const;
 
     /// @brief Replaces the value by the column of 2^width bits written in `text`, which has no
     /// prefix. An empty text is all zero, and so are digits that are not given.
     ///
-    /// A character that is no digit, or a nonzero digit beyond the column, sends one message to
-    /// `ut_status` and changes nothing. All four bits of the one digit of widths 0 and 1 are
-    /// stored. Where the column cannot be allocated, `bit_count` is already the new one.
+    /// All four bits of the one digit of widths 0 and 1 are stored; zeros beyond the column are
+    /// ignored. The first character from the last backwards that cannot be stored changes nothing
+    /// and sends one message to `ut_status`, before anything is allocated:
+    ///
+    ///     Unexpected hexadecimal digit 'G'          a byte outside " " to "~" is shown as \x19
+    ///     Hexadecimal digit '1' beyond the 2 digits of width 3
+    ///
+    /// Where the column cannot be allocated, the old words stay and `bit_count` is the new one.
     /// @param width  "width>=0", "width<=30"
     /// @param text   hexadecimal digits of either case, the last one for bits 0 to 3
     void set_from_hex_string(int width, const std::string& text);
@@ -119,15 +128,17 @@ public:
 
     /// @brief Sets the table from hexadecimal text, with or without the prefix "0x" or "0X".
     ///
-    /// The text "0x" alone is no prefix. A character that is no digit, or a nonzero digit beyond
-    /// the column, sends one message to `ut_status` and changes nothing; see
-    /// `TRUTH_TABLE_VAL::set_from_hex_string`.
-    /// @param new_width  the number of inputs; "width>0", "width<=30". It is stored first and stays
-    ///                   when the column cannot be allocated
+    /// The text "0x" alone is no prefix. A text that `TRUTH_TABLE_VAL::set_from_hex_string` refuses
+    /// changes nothing and sends that operation's message.
+    /// @param new_width  the number of inputs; "width>0", "width<=30". It stays when the column
+    ///                   cannot be allocated
     /// @param text       the digits, the last one for entries 0 to 3
     void set_value_from_hex_string(int new_width, const std::string& text);
 
-    /// @brief Whether the table is the value of one input.
+    /// @brief Whether the table is the value of one input. Entries beyond the column take no part;
+    /// the search ends near the first entry that differs.
+    ///
+    /// A width above 30 stops as the column's constructor does: "width<=30".
     /// @param input  "input>=0", "input<get_width()"
     bool is_identity_for_input(int input) const;
 
@@ -140,16 +151,19 @@ public:
     /// @brief Complements one input: entry x becomes entry x XOR 2^input.
     ///
     /// Works in place; so do both `rotate_inputs` up to width 6. All three leave a column of
-    /// exactly 2^width bits, and the old column where an allocation fails.
+    /// exactly 2^width bits, and the old column where an allocation fails; a width that was set
+    /// above 30 stops them as it does the column's constructor: "width<=30".
     /// @param input  "input>=0 && input<get_width()"
     void invert_input(int input);
 
-    /// @brief Exchanges two inputs; the same input twice changes nothing.
+    /// @brief Exchanges two inputs in place; the same input twice changes nothing, not even a
+    /// column of other length.
     /// @param i0,i1  "i0>=0 && i0<get_width() && i1>=0 && i1<get_width()"
     void rotate_inputs(int i0, int i1);
 
     /// @brief Renumbers all inputs: old input j becomes new input perm[j].
     ///
+    /// Takes at most five passes over the column; beside it, from width 7 on, it holds one new one.
     /// The width is at least 1: "width>=1".
     /// @param perm  `get_width()` entries of the caller, a permutation of 0 to width - 1:
     ///              "perm[i]>=0 && perm[i]<get_width() && !(x & (1<<perm[i]))"
@@ -157,6 +171,9 @@ public:
 
     /// @brief The Shannon cofactor for an input at 1: a table without that input, the inputs above
     /// it one lower. A one-input table gives one of width 0 with a one-bit column.
+    ///
+    /// This table does not change; its missing words count as zero. A width above 30 stops as the
+    /// column's constructor does: "width<=30".
     /// @param input  "input>=0 && input<get_width() && get_width()>0"
     BOOL_TRUTH_TABLE get_true_factor_for_input(int input) const;
 

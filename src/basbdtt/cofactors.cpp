@@ -1,4 +1,5 @@
-// The two Shannon cofactors for an input.
+/// @file
+/// @brief The two Shannon cofactors for an input.
 #include "column_words.h"
 #include "function_clones.h"
 
@@ -141,6 +142,7 @@ BOOL_TRUTH_TABLE long_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool hi
 
 BOOL_TRUTH_TABLE cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
 {
+    require_column_width(table.width);
     const std::size_t size = table.value.words.size();
     if (size != words_for_width(table.width)) {
         BOOL_TRUTH_TABLE whole(table);

@@ -187,7 +187,9 @@ void swap_blocks(std::uint32_t* first, std::uint32_t* second, std::size_t length
     }
 }
 
-/// Stops as the column's constructor does when no column of `width` inputs exists.
+/// @brief Stops as the column's constructor does when no column of `width` inputs exists.
+///
+/// The constructor is called for that, so that the message names its signature.
 inline void require_column_width(int width)
 {
     if (width < 1 || width > BASBDTT_MAX_WIDTH) {

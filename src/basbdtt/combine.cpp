@@ -1,4 +1,5 @@
-// The operators that combine and compare two columns word by word.
+/// @file
+/// @brief The operators that combine and compare two columns word by word.
 #include "basbdtt.h"
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// The hexadecimal text of a column, in both directions.
+/// @file
+/// @brief The hexadecimal text of a column, in both directions.
 #include "column_words.h"
 #include "function_clones.h"
 #include "ut_text.h"
@@ -11,16 +12,15 @@ namespace {
 using namespace basbdtt;
 
 constexpr std::size_t word_digits = 8;
-constexpr std::size_t pair_digits = 16;
 
 /// @brief What is converted at a time.
 ///
-/// Text and column run in opposite directions. The bytes of a chunk are reversed in a buffer; the
-/// loops between digits and bytes then run forwards, many digits at a step, and never meet an end.
-constexpr std::size_t chunk_pairs = 128;
-constexpr std::size_t chunk_digits = chunk_pairs * pair_digits;
-using chunk_bytes = std::array<std::uint8_t, chunk_digits / 2>; ///< in the order of the text
-using chunk_words = std::array<std::uint32_t, 2 * chunk_pairs>; ///< in the order of the column
+/// Text and column run in opposite directions: the last two digits are the column's first byte.
+/// The loops between digits and words take a whole chunk, many digits at a step, and never meet an
+/// end of either.
+constexpr std::size_t chunk_size = 256;
+constexpr std::size_t chunk_digits = chunk_size * word_digits;
+using chunk_words = std::array<std::uint32_t, chunk_size>;
 using chunk_text = std::array<char, chunk_digits>;
 
 /// Digits of a column of `bit_count` bits.
@@ -29,11 +29,14 @@ constexpr std::size_t digits_for_bits(std::int32_t bit_count)
     return bit_count <= 0 ? 0 : (static_cast<std::size_t>(bit_count) + 3) / 4;
 }
 
-/// The digits of `count` bytes, the high half of a byte first.
-BASBDTT_CLONES void write_digits(const std::uint8_t* bytes, std::size_t count, char* text)
+/// The digits of `count` words.
+BASBDTT_CLONES void write_digits(const std::uint32_t* words, std::size_t count, char* text)
 {
-    for (std::size_t i = 0; i < count; ++i) {
-        const unsigned halves = bytes[i] >> 4U | (bytes[i] & 15U) << 8U;
+    const std::size_t size = count * sizeof *words;
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(words);
+    for (std::size_t i = 0; i < size; ++i) {
+        const unsigned byte = bytes[size - 1 - i];
+        const unsigned halves = byte >> 4U | (byte & 15U) << 8U;
         const unsigned letters = (halves + 0x0606U) >> 4U & 0x0101U;
         const auto digits =
             static_cast<std::uint16_t>(halves + 0x3030U + letters * ('A' - '9' - 1));
@@ -41,25 +44,32 @@ BASBDTT_CLONES void write_digits(const std::uint8_t* bytes, std::size_t count, c
     }
 }
 
-/// @brief The bytes that `2 * count` digits stand for.
-/// @return 0 exactly if all characters are digits
-BASBDTT_CLONES unsigned read_digits(const char* text, std::size_t count, std::uint8_t* bytes)
+/// The words that as many times eight digits stand for. The low half of a letter is its place in
+/// the alphabet, and only letters have bit 6.
+BASBDTT_CLONES void read_digits(const char* text, std::size_t count, std::uint32_t* words)
 {
-    chunk_text values; // NOLINT(*-member-init): filled before use
-    std::uint8_t misuse = 0;
-    for (std::size_t i = 0; i < 2 * count; ++i) {
+    const std::size_t size = count * sizeof *words;
+    auto* const bytes = reinterpret_cast<unsigned char*>(words);
+    for (std::size_t i = 0; i < size; ++i) {
+        std::uint16_t digits = 0;
+        std::memcpy(&digits, text + 2 * i, sizeof digits);
+        const auto halves =
+            static_cast<std::uint16_t>((digits & 0x0F0FU) + 9U * (digits >> 6U & 0x0101U));
+        bytes[size - 1 - i] = static_cast<std::uint8_t>(halves << 4U | halves >> 8U);
+    }
+}
+
+/// Whether all characters are digits.
+BASBDTT_CLONES bool all_digits(const char* text, std::size_t size)
+{
+    std::uint8_t others = 0;
+    for (std::size_t i = 0; i < size; ++i) {
         const auto c = static_cast<std::uint8_t>(text[i]);
         const auto digit = static_cast<std::uint8_t>(c - '0');
         const auto letter = static_cast<std::uint8_t>((c | 0x20U) - 'a');
-        values[i] = static_cast<char>(digit < 10 ? digit : letter + 10);
-        misuse = static_cast<std::uint8_t>(misuse | (digit >= 10 && letter >= 6 ? 1 : 0));
+        others = static_cast<std::uint8_t>(others | (digit >= 10 && letter >= 6 ? 1 : 0));
     }
-    for (std::size_t i = 0; i < count; ++i) {
-        std::uint16_t halves = 0;
-        std::memcpy(&halves, &values[2 * i], sizeof halves);
-        bytes[i] = static_cast<std::uint8_t>(halves << 4U | halves >> 8U);
-    }
-    return misuse;
+    return others == 0;
 }
 
 constexpr bool is_digit(char c)
@@ -80,77 +90,79 @@ void report_misuse(std::string_view text, std::size_t digits, int width)
             return;
         }
         if (k >= digits && c != '0') {
-            ut_status(neoform("Hexadecimal digit '%c' beyond the %zu digits of width %d", c, digits,
-                              width));
+            ut_status(neoform("Hexadecimal digit '%c' beyond the %d digits of width %d", c,
+                              static_cast<int>(digits), width));
             return;
         }
     }
 }
 
-/// @brief Appends the words that the digits of `text` stand for, its last digit first.
-/// @return whether all characters are digits
-bool append_words(std::vector<std::uint32_t>& words, std::string_view text)
+/// @brief The part of a text that is to be stored: without a leading part beyond the column.
+/// @return whether there is one; otherwise the user was told why not
+bool find_column(std::string_view& text, int width)
 {
-    chunk_text digits;  // NOLINT(*-member-init): filled before use
-    chunk_bytes bytes;  // NOLINT(*-member-init): filled before use
-    chunk_words result; // NOLINT(*-member-init): filled before use
-    while (!text.empty()) {
-        const std::size_t taken = std::min(text.size(), chunk_digits);
-        const std::size_t count = (taken + pair_digits - 1) / pair_digits;
-        const char* source = text.data() + text.size() - taken;
-        if (taken != count * pair_digits) {
-            std::fill_n(digits.begin(), count * pair_digits - taken, '0');
-            std::copy_n(source, taken, digits.begin() + count * pair_digits - taken);
-            source = digits.data();
-        }
-        if (read_digits(source, count * sizeof(std::uint64_t), bytes.data()) != 0) {
-            return false;
-        }
-        for (std::size_t i = 0; i < count; ++i) {
-            std::uint64_t pair = 0;
-            std::memcpy(&pair, &bytes[(count - 1 - i) * sizeof pair], sizeof pair);
-            store_pair(&result[2 * i], __builtin_bswap64(pair));
-        }
-        words.insert(words.end(), result.data(),
-                     result.data() + (taken + word_digits - 1) / word_digits);
-        text.remove_suffix(taken);
-    }
-    return true;
-}
-
-/// @return whether `text` was stored; otherwise nothing has changed and the user was told
-bool read_hex(TRUTH_TABLE_VAL& value, int width, std::string_view text)
-{
-    const std::int32_t old_bit_count = value.bit_count;
-    value.bit_count = std::int32_t{1} << width;
-    std::vector<std::uint32_t> words;
-    words.reserve(words_for_width(width));
-    const std::size_t digits = digits_for_bits(value.bit_count);
+    const std::size_t digits = digits_for_bits(std::int32_t{1} << width);
     const std::size_t beyond = text.size() - std::min(text.size(), digits);
+    const std::string_view column = text.substr(beyond);
     if (text.substr(0, beyond).find_first_not_of('0') != std::string_view::npos ||
-        !append_words(words, text.substr(beyond))) {
-        value.bit_count = old_bit_count;
+        !all_digits(column.data(), column.size())) {
         report_misuse(text, digits, width);
         return false;
     }
-    words.resize(words_for_width(width));
-    value.words.swap(words);
+    text = column;
     return true;
 }
 
-/// Pair `i` of a column's meaningful bits; words that are missing count as zero.
-std::uint64_t meaningful_pair(const TRUTH_TABLE_VAL& value, std::size_t i)
+/// Appends the words that the digits of `text` stand for, its last digit first.
+void append_words(std::vector<std::uint32_t>& words, std::string_view text)
 {
-    constexpr std::size_t pair_bits = 64;
-    const std::vector<std::uint32_t>& words = value.words;
-    std::uint64_t pair = 0;
-    if (2 * i + 1 < words.size()) {
-        pair = load_pair(&words[2 * i]);
-    } else if (2 * i < words.size()) {
-        pair = words[2 * i];
+    chunk_text digits;  // NOLINT(*-member-init): filled before use
+    chunk_words result; // NOLINT(*-member-init): filled before use
+    while (!text.empty()) {
+        const std::size_t taken = std::min(text.size(), chunk_digits);
+        const std::size_t count = (taken + word_digits - 1) / word_digits;
+        const std::size_t missing = count * word_digits - taken;
+        const char* source = text.data() + text.size() - taken;
+        if (missing != 0) {
+            std::fill_n(digits.begin(), missing, '0');
+            std::copy_n(source, taken, digits.begin() + missing);
+            source = digits.data();
+        }
+        read_digits(source, count, result.data());
+        words.insert(words.end(), result.data(), result.data() + count);
+        text.remove_suffix(taken);
     }
-    const std::size_t bits = static_cast<std::size_t>(value.bit_count) - i * pair_bits;
-    return bits < pair_bits ? pair & ((std::uint64_t{1} << bits) - 1) : pair;
+}
+
+/// Stores what `find_column` left.
+void store_column(TRUTH_TABLE_VAL& value, int width, std::string_view text)
+{
+    value.bit_count = std::int32_t{1} << width; // stays when the allocation fails
+    std::vector<std::uint32_t> words;
+    words.reserve(words_for_width(width));
+    append_words(words, text);
+    words.resize(words_for_width(width));
+    value.words.swap(words);
+}
+
+/// @brief Fills `result` with the meaningful words from word `start` on.
+///
+/// Words that are missing count as zero.
+/// @return the words themselves where they lie in the column as they are needed
+const std::uint32_t* meaningful_words(const TRUTH_TABLE_VAL& value, std::size_t start,
+                                      std::size_t count, chunk_words& result)
+{
+    const std::size_t bits = static_cast<std::size_t>(value.bit_count) - start * 32;
+    if (start + count <= value.words.size() && count * 32 <= bits) {
+        return value.words.data() + start;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        result[i] = start + i < value.words.size() ? value.words[start + i] : 0;
+    }
+    if (bits < count * 32) {
+        result[count - 1] &= (1U << bits % 32) - 1;
+    }
+    return result.data();
 }
 
 } // namespace
@@ -160,20 +172,16 @@ std::string TRUTH_TABLE_VAL::get_hex_string() const
     const std::size_t digits = digits_for_bits(bit_count);
     std::string text;
     text.reserve(digits);
-    chunk_bytes bytes; // NOLINT(*-member-init): filled before use
-    chunk_text chunk;  // NOLINT(*-member-init): filled before use
-    std::size_t end = (digits + pair_digits - 1) / pair_digits;
-    std::size_t unused = end * pair_digits - digits; // digits that the last pair has too many
+    chunk_words copy; // NOLINT(*-member-init): filled before use
+    chunk_text chunk; // NOLINT(*-member-init): filled before use
+    std::size_t end = (digits + word_digits - 1) / word_digits;
+    std::size_t unused = end * word_digits - digits; // digits that the last word has too many
     while (end > 0) {
-        const std::size_t count = std::min(end, chunk_pairs);
-        for (std::size_t i = 0; i < count; ++i) {
-            const std::uint64_t pair = __builtin_bswap64(meaningful_pair(*this, end - 1 - i));
-            std::memcpy(&bytes[i * sizeof pair], &pair, sizeof pair);
-        }
-        write_digits(bytes.data(), count * sizeof(std::uint64_t), chunk.data());
-        text.append(chunk.data() + unused, count * pair_digits - unused);
-        unused = 0;
+        const std::size_t count = std::min(end, chunk_size);
         end -= count;
+        write_digits(meaningful_words(*this, end, count, copy), count, chunk.data());
+        text.append(chunk.data() + unused, count * word_digits - unused);
+        unused = 0;
     }
     return text;
 }
@@ -182,17 +190,20 @@ void TRUTH_TABLE_VAL::set_from_hex_string(int width, const std::string& text)
 {
     basbd_require(width >= 0, "width>=0", __PRETTY_FUNCTION__);
     basbd_require(width <= BASBDTT_MAX_WIDTH, "width<=30", __PRETTY_FUNCTION__);
-    read_hex(*this, width, text);
+    std::string_view column = text;
+    if (find_column(column, width)) {
+        store_column(*this, width, column);
+    }
 }
 
 void BOOL_TRUTH_TABLE::set_value_from_hex_string(int new_width, const std::string& text)
 {
     basbd_require(new_width > 0, "width>0", __PRETTY_FUNCTION__);
     basbd_require(new_width <= BASBDTT_MAX_WIDTH, "width<=30", __PRETTY_FUNCTION__);
-    const signed char old_width = width;
-    width = static_cast<signed char>(new_width);
     const bool prefixed = text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
-    if (!read_hex(value, new_width, std::string_view(text).substr(prefixed ? 2 : 0))) {
-        width = old_width;
+    std::string_view column = std::string_view(text).substr(prefixed ? 2 : 0);
+    if (find_column(column, new_width)) {
+        width = static_cast<signed char>(new_width); // stays when the allocation fails
+        store_column(value, new_width, column);
     }
 }

@@ -1,4 +1,5 @@
-// The projection onto one input: the test for it and its column.
+/// @file
+/// @brief The projection onto one input: the test for it and its column.
 #include "column_words.h"
 #include "function_clones.h"
 
@@ -88,6 +89,7 @@ bool BOOL_TRUTH_TABLE::is_identity_for_input(int input) const
 {
     basbd_require(input >= 0, "input>=0", __PRETTY_FUNCTION__);
     basbd_require(input < get_width(), "input<get_width()", __PRETTY_FUNCTION__);
+    require_column_width(width);
     const std::size_t size = words_for_width(width);
     const std::uint32_t* const words = value.words.data();
     // The last entry of a projection is set, so a column that ends before it is none.

@@ -1,4 +1,6 @@
-// The complement of one input: both halves of the column that the input selects change places.
+/// @file
+/// @brief The complement of one input: both halves of the column that the input selects change
+/// places.
 #include "column_words.h"
 #include "function_clones.h"
 

@@ -56,6 +56,16 @@ const misuse misuses[] = {
      [](auto& t) { t.is_identity_for_input(3); }},
     {"bool BOOL_TRUTH_TABLE::is_identity_for_input(int) const", "input>=0",
      [](auto& t) { t.is_identity_for_input(-1); }},
+    {"TRUTH_TABLE_VAL::TRUTH_TABLE_VAL(int, int)", "width<=30",
+     [](auto& t) {
+         t.width = 31;
+         t.is_identity_for_input(30);
+     }},
+    {"TRUTH_TABLE_VAL::TRUTH_TABLE_VAL(int, int)", "width<=30",
+     [](auto& t) {
+         t.width = 127;
+         t.get_true_factor_for_input(0);
+     }},
     {"void BOOL_TRUTH_TABLE::set_identity_for_input(int, int)", "width>0",
      [](auto& t) { t.set_identity_for_input(0, 0); }},
     {"void BOOL_TRUTH_TABLE::set_identity_for_input(int, int)", "width<=30",

@@ -1,6 +1,7 @@
-// The exchange of two inputs and the permutation of all.
-#include "column_words.h"
+/// @file
+/// @brief The permutation of all inputs.
 #include "function_clones.h"
+#include "input_exchange.h"
 
 #include <algorithm>
 #include <utility>
@@ -11,56 +12,6 @@ using namespace basbdtt;
 
 /// One entry for each input, or for each input that selects a pair.
 using input_list = std::array<int, BASBDTT_MAX_WIDTH>;
-
-constexpr std::size_t index(int input) { return static_cast<std::size_t>(input); }
-
-/// The exchange of two inputs inside a pair.
-struct pair_exchange {
-    std::uint64_t mask;
-    int shift;
-};
-
-/// low < high < pair_inputs
-constexpr pair_exchange exchange_in_pair(int low, int high)
-{
-    return {pair_projection_mask[index(low)] & ~pair_projection_mask[index(high)],
-            (1 << high) - (1 << low)};
-}
-
-/// low < high < pair_inputs
-BASBDTT_CLONES void exchange_in_pairs(std::uint32_t* words, std::size_t size, int low, int high)
-{
-    with_group(size, [=](auto kind) {
-        with_pair_input(low, [=](auto constant_low) {
-            with_pair_input(high, [=](auto constant_high) {
-                if constexpr (constant_low < constant_high) {
-                    constexpr pair_exchange inputs = exchange_in_pair(constant_low, constant_high);
-                    typename decltype(kind)::type group;
-                    for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
-                        load_group(group, words + i);
-                        delta_swap(group, inputs.mask, inputs.shift);
-                        store_group(words + i, group);
-                    }
-                }
-            });
-        });
-    });
-}
-
-/// Exchanges two inputs that both select a block of at least a pair; low_block < high_block.
-BASBDTT_CLONES void exchange_blocks(std::uint32_t* words, std::size_t size, std::size_t low_block,
-                                    std::size_t high_block)
-{
-    with_group(low_block, [=](auto group) {
-        for (std::size_t start = 0; start < size; start += 2 * high_block) {
-            for (std::size_t i = low_block; i < high_block; i += 2 * low_block) {
-                std::uint32_t* const first = words + start + i;
-                swap_blocks<typename decltype(group)::type>(first, first + high_block - low_block,
-                                                            low_block);
-            }
-        }
-    });
-}
 
 /// The exchange of an input inside a pair with one that selects a block.
 struct crossing {
@@ -76,37 +27,6 @@ struct crossing {
     int shift;
     std::size_t block;
 };
-
-/// Exchanges the bits of `low` where the input inside is 1 with those of `high` where it is 0.
-template <typename Group>
-void cross(Group& low, Group& high, std::uint64_t mask, int shift)
-{
-    const Group difference = ((low >> shift) ^ high) & mask;
-    high ^= difference;
-    low ^= difference << shift;
-}
-
-/// low < pair_inputs <= high
-BASBDTT_CLONES void cross_one(std::uint32_t* words, std::size_t size, int low, int high)
-{
-    const std::size_t block = block_words(high);
-    with_group(block, [=](auto kind) {
-        with_pair_input(low, [=](auto constant_low) {
-            using Group = typename decltype(kind)::type;
-            for (std::size_t start = 0; start < size; start += 2 * block) {
-                for (std::size_t i = start; i < start + block; i += group_words<Group>) {
-                    Group lower;
-                    Group upper;
-                    load_group(lower, words + i);
-                    load_group(upper, words + i + block);
-                    cross(lower, upper, ~pair_projection_mask[constant_low], 1 << constant_low);
-                    store_group(words + i, lower);
-                    store_group(words + i + block, upper);
-                }
-            }
-        });
-    });
-}
 
 /// Two crossings of four groups that lie `near` and `far` blocks apart.
 template <typename Group>
@@ -344,32 +264,6 @@ private:
 };
 
 } // namespace
-
-void BOOL_TRUTH_TABLE::rotate_inputs(int i0, int i1)
-{
-    basbd_require(i0 >= 0 && i0 < get_width() && i1 >= 0 && i1 < get_width(),
-                  "i0>=0 && i0<get_width() && i1>=0 && i1<get_width()", __PRETTY_FUNCTION__);
-    if (i0 == i1) {
-        return;
-    }
-    make_canonical(value, width);
-    const int low = std::min(i0, i1);
-    const int high = std::max(i0, i1);
-    std::uint32_t* const words = value.words.data();
-    const std::size_t size = value.words.size();
-    if (low >= pair_inputs) {
-        exchange_blocks(words, size, block_words(low), block_words(high));
-    } else if (high >= pair_inputs) {
-        cross_one(words, size, low, high);
-    } else if (width > pair_inputs) {
-        exchange_in_pairs(words, size, low, high);
-    } else {
-        const auto [mask, shift] = exchange_in_pair(low, high);
-        std::uint64_t column = load_narrow(words, width);
-        delta_swap(column, mask, shift);
-        store_narrow(words, width, column);
-    }
-}
 
 // NOLINTNEXTLINE(readability-non-const-parameter): the signature is fixed
 void BOOL_TRUTH_TABLE::rotate_inputs(int* perm)
