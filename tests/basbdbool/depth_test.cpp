@@ -13,7 +13,10 @@ using tree_oracle::signal;
 
 namespace {
 
-constexpr unsigned spine_length = 1000000;
+#ifndef BASBD_SPINE_LENGTH
+#define BASBD_SPINE_LENGTH 1000000
+#endif
+constexpr unsigned spine_length = BASBD_SPINE_LENGTH;
 
 /// Runs `work` on a stack of 256 KiB.
 void on_small_stack(void (*work)())
@@ -31,11 +34,11 @@ void on_small_stack(void (*work)())
     pthread_attr_destroy(&attributes);
 }
 
-/// A million operators in a row, AND and OR in turn, over the leaves s0:A and s1:B, and s2:C at
-/// the end; every edge along the spine is complemented.
+/// Operators in a row, AND and OR in turn, over the leaves aA and bB, and cC at the
+/// end; every edge along the spine is complemented.
 BOOL_TNODE* make_spine(bool leans_left)
 {
-    BOOL_TNODE* spine = parse_shape("s2:C");
+    BOOL_TNODE* spine = parse_shape("cC");
     for (unsigned i = 0; i < spine_length; ++i) {
         auto* leaf = new BOOL_TNODE(static_cast<char>(BOOL_OP_FIRST_NAMED + i % 2), signal(i % 2));
         const char op = i % 2 == 0 ? BOOL_OP_AND : BOOL_OP_OR;
@@ -67,8 +70,7 @@ void walk_spine(bool leans_left)
     copy.setvarname(signal(2), BOOL_VAR_D);
     copy.subsig1forsig2(signal(3), signal(2));
     EXPECT_FALSE(copy.root->issigcompl(signal(3)));
-    BOOL_FUNC leaf;
-    leaf.root = parse_shape("s4");
+    tree_oracle::FUNC leaf("e");
     copy.substfnforsig(signal(3), &leaf);
     EXPECT_EQ(copy.nsuppt, 3);
     copy.addsigtofunc(signal(5), 0);
@@ -77,7 +79,7 @@ void walk_spine(bool leans_left)
     EXPECT_EQ(copy.getpurefunc(), BOOL_OP_OR);
     copy.setsigto1(signal(0));
     copy.cleanbufs();
-    EXPECT_EQ(tree_oracle::shape(copy.root), "s4");
+    EXPECT_EQ(tree_oracle::shape(copy), "~e");
 
     const std::unique_ptr<BOOL_FUNC> part(f.breakfunc(2));
     EXPECT_EQ(part == nullptr, leans_left);
@@ -103,7 +105,7 @@ TEST(depth, as_many_paths_as_two_to_the_sixtieth)
     const long before = counting_pool::live();
     {
         BOOL_FUNC function;
-        BOOL_TNODE* const lowest = parse_shape("AND(s0:X,-)");
+        BOOL_TNODE* const lowest = parse_shape("*(aX,-)");
         lowest->right = lowest->left;
         function.root = lowest;
         for (int level = 1; level < 60; ++level) {
@@ -111,13 +113,13 @@ TEST(depth, as_many_paths_as_two_to_the_sixtieth)
             function.root->usage = static_cast<unsigned short>(level % 3);
         }
         function.complsiginfunc(signal(0));
-        EXPECT_EQ(tree_oracle::shape(lowest), "AND(~s0:X,~s0:X)");
+        EXPECT_EQ(tree_oracle::shape(lowest), "*(~aX,~aX)");
         function.exchangexy();
-        EXPECT_EQ(tree_oracle::shape(lowest), "AND(~s0:Y,~s0:Y)");
+        EXPECT_EQ(tree_oracle::shape(lowest), "*(~aY,~aY)");
         function.root->unmarknodes();
         EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
         function.root->subtreeforsig(signal(0), lowest, 1);
-        EXPECT_EQ(tree_oracle::shape(lowest), "AND(AND(~s0:Y,~s0:Y),AND(~s0:Y,~s0:Y))");
+        EXPECT_EQ(tree_oracle::shape(lowest), "*(*(~aY,~aY),*(~aY,~aY))");
     }
     EXPECT_EQ(counting_pool::live(), before);
 }
@@ -127,7 +129,7 @@ TEST(depth, more_parents_than_a_count_of_sixteen_bits_holds)
     const long before = counting_pool::live();
     {
         BOOL_FUNC function;
-        BOOL_TNODE* const shared = parse_shape("OR(s0,s1)");
+        BOOL_TNODE* const shared = parse_shape("+(a,b)");
         function.root = shared;
         for (int i = 0; i < 70000; ++i) {
             function.root = new BOOL_TNODE(BOOL_OP_AND, shared, 0, function.root, 0);

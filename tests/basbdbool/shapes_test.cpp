@@ -1,128 +1,115 @@
-/// The exact shape that each edit leaves. A leading "~" is the function's own complement.
+/// The exact shape that each edit leaves.
 #include "counting_pool.h"
 #include "host_recorder.h"
 #include "tree_oracle.h"
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <functional>
-#include <memory>
-
-using tree_oracle::parse_shape;
+using tree_oracle::FUNC;
 using tree_oracle::shape;
-using tree_oracle::signal;
 
 namespace {
 
-TECHMAP_SIG* const s0 = signal(0);
-TECHMAP_SIG* const s1 = signal(1);
-TECHMAP_SIG* const s2 = signal(2);
-
-void read(BOOL_FUNC& function, const char* text)
-{
-    function.rootcompl = *text == '~' ? 1 : 0;
-    function.root = parse_shape(text + function.rootcompl);
-    function.nsuppt = function.countsuppt();
-}
-
-std::string written(const BOOL_FUNC& function)
-{
-    return (function.rootcompl != 0 ? "~" : "") + shape(function.root);
-}
+TECHMAP_SIG* const a = tree_oracle::signal(0);
+TECHMAP_SIG* const b = tree_oracle::signal(1);
+TECHMAP_SIG* const c = tree_oracle::signal(2);
 
 struct ROW {
     const char* before;
-    std::function<void(BOOL_FUNC&)> edit;
+    void (*edit)(BOOL_FUNC& f);
     const char* after;
     int nsuppt;
 };
 
 /// Puts what an operation of the root answers in the root's place, as the operation asks for.
-std::function<void(BOOL_FUNC&)> replacing(BOOL_TNODE* (BOOL_TNODE::*rewrite)())
+template <BOOL_TNODE* (BOOL_TNODE::*REWRITE)()>
+void rewrite_root(BOOL_FUNC& f)
 {
-    return [rewrite](BOOL_FUNC& f) {
-        BOOL_TNODE* const old = f.root;
-        f.root = (old->*rewrite)();
-        if (f.root != old) {
-            delete old;
-        }
-        f.root->lcompl = basbd_is_leaf(*f.root) ? 0 : f.root->lcompl;
-    };
+    std::unique_ptr<BOOL_TNODE> old(f.root);
+    f.root = (f.root->*REWRITE)();
+    if (f.root == old.get()) {
+        old.release();
+    }
+    f.root->lcompl = basbd_is_leaf(*f.root) ? 0 : f.root->lcompl;
 }
 
 void clean(BOOL_FUNC& f) { f.cleanbufs(); }
 void make_pure(BOOL_FUNC& f) { f.getpurefunc(); }
 void push(BOOL_FUNC& f) { f.root->pushbubblestoleaves(1); }
-void complement(BOOL_FUNC& f) { f.root->complsubtree(); }
-void exchange(BOOL_FUNC& f) { f.exchangexy(); }
-void remove_s0(BOOL_FUNC& f) { f.rmsigfromfunc(s0); }
-void add_s2(BOOL_FUNC& f) { f.addsigtofunc(s2, 0); }
-void add_not_s2(BOOL_FUNC& f) { f.addsigtofunc(s2, 5); }
-void fix_s0(BOOL_FUNC& f) { f.setsigto1(s0); }
-void complement_s0(BOOL_FUNC& f) { f.complsiginfunc(s0); }
-void put_s2_for_s0(BOOL_FUNC& f) { f.subsig1forsig2(s2, s0); }
+void remove_a(BOOL_FUNC& f) { f.rmsigfromfunc(a); }
+void add_c(BOOL_FUNC& f) { f.addsigtofunc(c, 0); }
+void add_not_c(BOOL_FUNC& f) { f.addsigtofunc(c, 5); }
+void complement_a(BOOL_FUNC& f) { f.complsiginfunc(a); }
+void make_multiplexer(BOOL_FUNC& f) { f.buildcofactexpr(a, b, c); }
 
-/// Puts NOT (s1 OR s0) in the place of s0.
-void substitute_s0(BOOL_FUNC& f)
+void substitute_a(BOOL_FUNC& f)
 {
-    BOOL_FUNC other;
-    read(other, "~OR(s1,s0)");
-    f.substfnforsig(s0, &other);
-    EXPECT_EQ(written(other), "~OR(s1,s0)");
+    FUNC other("~+(b,a)");
+    f.substfnforsig(a, &other);
+    EXPECT_EQ(shape(other), "~+(b,a)");
+}
+
+void edit_no_signal(BOOL_FUNC& f)
+{
+    f.setsigto1(nullptr);
+    f.subsig1forsig2(b, nullptr);
+    EXPECT_FALSE(f.root->issiginsuppt(nullptr));
 }
 
 template <int SIZE>
 void break_off(BOOL_FUNC& f)
 {
+    constexpr const char* parts[] = {nullptr, "d", "*(~c,d)", nullptr, nullptr};
     const std::unique_ptr<BOOL_FUNC> part(f.breakfunc(SIZE));
-    ASSERT_EQ(part == nullptr, SIZE == 0 || SIZE >= 4);
+    ASSERT_EQ(part == nullptr, parts[SIZE] == nullptr);
     if (part != nullptr) {
-        EXPECT_EQ(written(*part), SIZE == 1 ? "s3" : SIZE == 2 ? "AND(~s2,s3)" : "?");
+        EXPECT_EQ(shape(*part), parts[SIZE]);
         EXPECT_EQ(part->nsuppt, SIZE);
     }
 }
 
 const ROW rows[] = {
-    {"AND(s0,1)", clean, "s0", 1},
-    {"AND(OR(s0,s1),~1)", clean, "0", 0},
-    {"OR(0,~OR(s0,s1))", clean, "AND(~s0,~s1)", 2},
-    {"XOR(1,AND(s0,s1))", clean, "OR(~s0,~s1)", 2},
-    {"AND(~s0,~s0)", clean, "~s0", 1},
-    {"AND(s0,~s0)", clean, "0", 0},
-    {"AND(s0:C,s0)", clean, "s0:C", 1},
-    {"AND(~XOR(s0,s1),-)", clean, "XOR(~s0,s1)", 2},
-    {"~OR(~-,~-)", clean, "1", 0},
+    {"*(a,1)", clean, "a", 1},
+    {"*(+(a,b),~1)", clean, "0", 0},
+    {"+(0,~+(a,b))", clean, "*(~a,~b)", 2},
+    {"@(1,*(a,b))", clean, "+(~a,~b)", 2},
+    {"*(~a,~a)", clean, "~a", 1},
+    {"*(a,~a)", clean, "0", 0},
+    {"*(aC,a)", clean, "aC", 1},
+    {"*(~@(a,b),-)", clean, "@(~a,b)", 2},
+    {"~+(~-,~-)", clean, "1", 0},
     {"~0", clean, "1", 0},
-    {"op40(~s0,1)", clean, "op40(~s0,1)", 1},
-    {"op40(0,s1)", clean, "op40(0,s1)", 1},
-    {"op40(s0,s0)", clean, "op40(-,-)", 0},
-    {"op40(s0,s1)", push, "op40(s0,s1)", 2},
-    {"XOR(s0,s1)", complement, "XOR(~s0,s1)", 2},
-    {"OR(AND(s0,s1),s2)", push, "AND(OR(~s0,~s1),~s2)", 3},
-    {"XOR(s0,~XOR(s1,s2))", make_pure, "XOR(s0,XOR(~s1,s2))", 3},
-    {"~OR(s0,s1)", make_pure, "AND(~s0,~s1)", 2},
-    {"XOR(s0,~0)", replacing(&BOOL_TNODE::trivialrchild), "s0", 1},
-    {"AND(~0,s1)", replacing(&BOOL_TNODE::triviallchild), "s1", 1},
-    {"AND(~s0,s0)", replacing(&BOOL_TNODE::idempotency), "0", 1},
-    {"AND(s0,s1)", remove_s0, "s1", 1},
-    {"s0", remove_s0, "0", 0},
-    {"~s0", remove_s0, "1", 0},
-    {"AND(~-,-)", add_not_s2, "AND(s2,-)", 1},
-    {"OR(s2,s2)", add_s2, "OR(s2,OR(s2,s2))", 1},
-    {"OR(s0,~s1)", add_not_s2, "OR(s0,OR(~s1,~s2))", 3},
-    {"OR(s0,~AND(XOR(s0,s2),s1))", add_s2, "OR(s0,~AND(XOR(s0,s2),AND(s1,s2)))", 3},
-    {"s0", add_s2, "s0", 1},
-    {"AND(~s0:A,s1)", fix_s0, "AND(~1,s1)", 1},
-    {"AND(~s0,XOR(s0,s1))", complement_s0, "AND(s0,XOR(~s0,s1))", 2},
-    {"s0", complement_s0, "~s0", 1},
-    {"OR(s0:X,AND(s0:Y,s0:A))", exchange, "OR(s0:Y,AND(s0:X,s0:A))", 1},
-    {"AND(s0:B,s2)", put_s2_for_s0, "AND(s2:B,s2)", 2},
-    {"AND(~s0,s0:A)", substitute_s0, "AND(OR(s1,s0),~OR(s1,s0))", 2},
-    {"AND(s0,AND(s1,AND(~s2,s3)))", break_off<1>, "AND(s0,AND(s1,~s2))", 3},
-    {"AND(s0,AND(s1,~AND(~s2,s3)))", break_off<2>, "AND(s0,s1)", 2},
-    {"AND(s0,AND(s1,AND(s2,s3)))", break_off<0>, "AND(s0,AND(s1,AND(s2,s3)))", 4},
-    {"AND(s0,AND(s0,1))", break_off<4>, "AND(s0,AND(s0,1))", 1},
+    {"?(~a,1)", clean, "?(~a,1)", 1},
+    {"?(0,b)", clean, "?(0,b)", 1},
+    {"?(a,a)", clean, "?(-,-)", 0},
+    {"?(a,b)", push, "?(a,b)", 2},
+    {"@(a,b)", [](auto& f) { f.root->complsubtree(); }, "@(~a,b)", 2},
+    {"+(*(a,b),c)", push, "*(+(~a,~b),~c)", 3},
+    {"@(a,~@(b,c))", make_pure, "@(a,@(~b,c))", 3},
+    {"~+(a,b)", make_pure, "*(~a,~b)", 2},
+    {"@(a,~0)", rewrite_root<&BOOL_TNODE::trivialrchild>, "a", 1},
+    {"*(~0,b)", rewrite_root<&BOOL_TNODE::triviallchild>, "b", 1},
+    {"*(~a,a)", rewrite_root<&BOOL_TNODE::idempotency>, "0", 1},
+    {"*(a,b)", remove_a, "b", 1},
+    {"a", remove_a, "0", 0},
+    {"~a", remove_a, "1", 0},
+    {"*(~-,-)", add_not_c, "*(c,-)", 1},
+    {"+(c,c)", add_c, "+(c,+(c,c))", 1},
+    {"+(a,~b)", add_not_c, "+(a,+(~b,~c))", 3},
+    {"+(a,~*(@(a,c),b))", add_c, "+(a,~*(@(a,c),*(b,c)))", 3},
+    {"a", add_c, "a", 1},
+    {"*(~aA,b)", [](auto& f) { f.setsigto1(a); }, "*(~1,b)", 1},
+    {"*(~a,@(a,b))", complement_a, "*(a,@(~a,b))", 2},
+    {"a", complement_a, "~a", 1},
+    {"+(aX,*(aY,aA))", [](auto& f) { f.exchangexy(); }, "+(aY,*(aX,aA))", 1},
+    {"*(aB,c)", [](auto& f) { f.subsig1forsig2(c, a); }, "*(cB,c)", 2},
+    {"*(0,+(1,a))", edit_no_signal, "*(0,+(1,a))", 1},
+    {"*(~a,aA)", substitute_a, "*(+(b,a),~+(b,a))", 2},
+    {"~1", make_multiplexer, "+(*(a,b),*(~a,c))", 3},
+    {"*(a,*(b,*(~c,d)))", break_off<1>, "*(a,*(b,~c))", 3},
+    {"*(a,*(b,~*(~c,d)))", break_off<2>, "*(a,b)", 2},
+    {"*(a,*(b,*(c,d)))", break_off<0>, "*(a,*(b,*(c,d)))", 4},
+    {"*(a,*(a,1))", break_off<4>, "*(a,*(a,1))", 1},
 };
 
 } // namespace
@@ -132,60 +119,11 @@ TEST(shapes, after_each_edit)
     const long before = counting_pool::live();
     for (const ROW& row : rows) {
         SCOPED_TRACE(row.before);
-        BOOL_FUNC function;
-        read(function, row.before);
+        FUNC function(row.before);
         row.edit(function);
-        EXPECT_EQ(written(function), row.after);
+        EXPECT_EQ(shape(function), row.after);
         EXPECT_EQ(function.nsuppt, row.nsuppt);
     }
     EXPECT_EQ(counting_pool::live(), before);
     EXPECT_EQ(host_recorder::take_report_lines(), (std::vector<int>{836, 902, 945, 1482}));
-}
-
-TEST(shapes, multiplexer_of_two_cofactors)
-{
-    BOOL_FUNC function;
-    function.setlogic1();
-    function.buildcofactexpr(s0, s1, s2);
-    EXPECT_EQ(written(function), "OR(AND(s0,s1),AND(~s0,s2))");
-    EXPECT_EQ(function.nsuppt, 3);
-    BOOL_FUNC other(&function);
-    function.setsigto1(s0);
-    EXPECT_FALSE(function.islogic1());
-    EXPECT_EQ(written(function), "s1");
-    other.setsigto0(s0);
-    EXPECT_FALSE(other.islogic0());
-    EXPECT_EQ(written(other), "s2");
-}
-
-TEST(shapes, shared_nodes_are_edited_and_freed_once)
-{
-    const long before = counting_pool::live();
-    for (const bool removes : {false, true}) {
-        BOOL_FUNC function(BOOL_FUNC_AND, nullptr, BOOL_VAR_A);
-        BOOL_TNODE* const leaf = parse_shape("s0");
-        auto* const shared = new BOOL_TNODE(BOOL_OP_OR, leaf, 1, leaf, 0);
-        function.root->left = function.root->right = shared;
-        if (removes) {
-            function.root->rmsigfromtree(s0);
-            EXPECT_EQ(written(function), "AND(OR(~-,-),OR(~-,-))");
-        } else {
-            substitute_s0(function);
-            EXPECT_EQ(written(function), "AND(OR(OR(s1,s0),~OR(s1,s0)),OR(OR(s1,s0),~OR(s1,s0)))");
-        }
-    }
-    EXPECT_EQ(counting_pool::live(), before);
-}
-
-TEST(shapes, constants_hold_no_signal)
-{
-    const tree_oracle::OWNED_TREE tree(parse_shape("AND(0,OR(1,s0))"));
-    EXPECT_FALSE(tree->issiginsuppt(nullptr));
-    tree->setsigto1(nullptr);
-    tree->subsig1forsig2(s1, nullptr);
-    EXPECT_EQ(shape(tree.get()), "AND(0,OR(1,s0))");
-    TECHMAP_SIG* list[20] = {};
-    tree->listsigs(list);
-    EXPECT_EQ(list[0], s0);
-    EXPECT_EQ(list[1], nullptr);
 }

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -18,21 +19,21 @@ constexpr int trees = 3000;
 constexpr unsigned signals = 4;
 using COLUMN = std::vector<bool>;
 
-/// Calls `check(function, shape number)` for random functions; nothing may leak.
+/// Calls `check(function, random)` for random functions; nothing may leak.
 template <typename CHECK>
 void for_random_functions(SHAPES shapes, CHECK check)
 {
     std::mt19937 random(seed);
     const long before = counting_pool::live();
     for (int i = 0; i < trees && !testing::Test::HasFatalFailure(); ++i) {
-        SCOPED_TRACE("seed " + std::to_string(seed) + ", tree " + std::to_string(i));
         shapes.depth = 1 + static_cast<unsigned>(i) % 5;
         shapes.shared = i % 2 == 1;
         BOOL_FUNC function;
         function.root = random_tree(random, shapes);
         function.rootcompl = static_cast<unsigned char>(i / 2 % 2);
         function.nsuppt = function.countsuppt();
-        SCOPED_TRACE(shape(function.root));
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", tree " + std::to_string(i) + ": " +
+                     shape(function));
         check(function, random);
     }
     EXPECT_EQ(counting_pool::live(), before);
@@ -42,59 +43,24 @@ void for_random_functions(SHAPES shapes, CHECK check)
 constexpr SHAPES any_shape = [] {
     SHAPES shapes;
     shapes.lone_right = true;
+    shapes.named = true;
     shapes.operator_root = false;
     return shapes;
 }();
 
-/// The column whose entry at `assignment` is `before`'s at `source(assignment)`.
-template <typename SOURCE>
-COLUMN permuted(const COLUMN& before, SOURCE source)
-{
-    COLUMN after;
-    for (unsigned assignment = 0; assignment < before.size(); ++assignment) {
-        after.push_back(before[source(assignment)]);
-    }
-    return after;
-}
-
-unsigned with_bit(unsigned assignment, unsigned bit, bool value)
-{
-    return value ? assignment | 1U << bit : assignment & ~(1U << bit);
-}
-
-/// How many paths lead to each node.
+/// The nodes of a tree, and how many paths lead to each.
 using PATHS = std::map<BOOL_TNODE*, unsigned>;
 
-void count_paths(BOOL_TNODE* node, PATHS& counts)
+PATHS count_paths(BOOL_TNODE* node, PATHS counts = {})
 {
-    if (node != nullptr) {
-        ++counts[node];
-        if (!basbd_is_leaf(*node)) {
-            count_paths(node->left, counts);
-            count_paths(node->right, counts);
-        }
+    if (node == nullptr) {
+        return counts;
     }
+    ++counts[node];
+    return basbd_is_leaf(*node)
+               ? counts
+               : count_paths(node->right, count_paths(node->left, std::move(counts)));
 }
-
-/// Everything that stands in a tree.
-struct CONTENTS {
-    explicit CONTENTS(BOOL_TNODE* root)
-    {
-        count_paths(root, paths);
-        for (const auto& [node, count] : paths) {
-            if (!basbd_is_leaf(*node)) {
-                operators.insert(node->op);
-            } else if (basbd_leaf_signal(*node) != nullptr) {
-                support.insert(basbd_leaf_signal(*node));
-            }
-            leaves += basbd_is_leaf(*node) ? count : 0;
-        }
-    }
-    PATHS paths;
-    std::set<int> operators;
-    std::set<TECHMAP_SIG*> support;
-    unsigned leaves = 0;
-};
 
 /// Whether every operator has two operands that are no constants.
 bool is_reduced(const BOOL_TNODE* node)
@@ -121,21 +87,15 @@ bool last_edge_flag(BOOL_TNODE* node, TECHMAP_SIG* sig)
 /// Reads an equation back: one operator at each level, parentheses around any other.
 bool read_equation(const char*& text, unsigned assignment)
 {
-    const auto read_operand = [&]() -> bool {
-        const bool is_complemented = *text == '~';
-        text += is_complemented ? 1 : 0;
-        bool value = false;
-        if (*text == '(') {
-            value = read_equation(++text, assignment);
-            EXPECT_EQ(*text, ')');
-        } else {
-            value = *text == '1' || (*text >= 'A' && ((assignment >> (*text - 'A')) & 1U) != 0);
-        }
-        ++text;
-        return value != is_complemented;
-    };
-    const bool left = read_operand();
-    const char op = *text;
+    const bool is_complemented = *text == '~';
+    text += is_complemented ? 1 : 0;
+    bool left = *text == '1' || (*text >= 'A' && ((assignment >> (*text - 'A')) & 1U) != 0);
+    if (*text == '(') {
+        left = read_equation(++text, assignment);
+        EXPECT_EQ(*text, ')');
+    }
+    left = left != is_complemented;
+    const char op = *++text;
     if (op != '*' && op != '@' && op != '+') {
         return left;
     }
@@ -150,16 +110,16 @@ TEST(values, cleaning_keeps_the_value_of_a_copy_and_reduces)
     for_random_functions(any_shape, [](BOOL_FUNC& f, auto&) {
         const COLUMN before = column(f, signals, LONE_RIGHT::IS_OPERAND);
         BOOL_FUNC copy(&f);
-        EXPECT_EQ(shape(copy.root), shape(f.root));
+        EXPECT_EQ(shape(copy), shape(f));
         EXPECT_EQ(copy.root->usage, f.root->usage);
         copy.cleanbufs();
         ASSERT_EQ(column(copy, signals), before);
-        EXPECT_TRUE(is_reduced(copy.root)) << shape(copy.root);
+        EXPECT_TRUE(is_reduced(copy.root)) << shape(copy);
         const bool is_constant = copy.root->op >= BOOL_OP_ONE;
         EXPECT_FALSE(is_constant && copy.rootcompl != 0);
         EXPECT_EQ(f.islogic1(), is_constant && before[0]);
         EXPECT_EQ(f.islogic0(), is_constant && !before[0]);
-        EXPECT_EQ(copy.nsuppt, CONTENTS(copy.root).support.size());
+        EXPECT_EQ(copy.nsuppt, copy.countsuppt());
     });
 }
 
@@ -169,74 +129,89 @@ TEST(values, pushing_complements_keeps_the_value)
         const COLUMN before = column(f, signals, LONE_RIGHT::IS_OPERAND);
         const char op = f.getpurefunc();
         ASSERT_EQ(column(f, signals), before);
-        const std::string text = shape(f.root);
-        for (const char* complemented : {"~AND", "~XOR", "~OR"}) {
+        const std::string text = shape(f);
+        std::set<std::size_t> operators;
+        for (const char each : text) {
+            operators.insert(std::string("*@+").find(each));
+        }
+        operators.erase(std::string::npos);
+        EXPECT_EQ(op, operators.size() == 1 ? *operators.begin() : 22) << text;
+        for (const char* complemented : {"~*", "~@", "~+"}) {
             EXPECT_EQ(text.find(complemented), std::string::npos) << text;
         }
-        const auto ops = CONTENTS(f.root).operators;
-        EXPECT_EQ(op, ops.size() == 1 ? *ops.begin() : 22) << text;
     });
 }
 
 TEST(values, edits_by_signal)
 {
+    struct EDIT {
+        std::function<void()> run;
+        std::function<unsigned(unsigned)> source; // where the value at an assignment comes from
+    };
     SHAPES shapes = any_shape;
     shapes.lone_right = false;
     for_random_functions(shapes, [&](BOOL_FUNC& f, auto& random) {
         const unsigned i = random() % signals;
         const unsigned j = random() % signals;
-        const COLUMN before = column(f, signals);
-        const auto expect = [&](auto edit, auto source) {
-            BOOL_FUNC edited(&f);
-            edit(edited);
-            EXPECT_EQ(column(edited, signals), permuted(before, source)) << shape(edited.root);
-        };
-        expect([&](auto& g) { g.setsigto1(signal(i)); },
-               [&](unsigned a) { return with_bit(a, i, true); });
-        expect([&](auto& g) { g.setsigto0(signal(i)); },
-               [&](unsigned a) { return with_bit(a, i, false); });
-        expect([&](auto& g) { g.subsig1forsig2(signal(j), signal(i)); },
-               [&](unsigned a) { return with_bit(a, i, (a >> j & 1U) != 0); });
+        TECHMAP_SIG* const sig = signal(i);
         BOOL_FUNC other;
         other.root = random_tree(random, shapes);
         other.rootcompl = random() % 2;
         const COLUMN inner = column(other, signals);
-        expect([&](auto& g) { g.substfnforsig(signal(i), &other); },
-               [&](unsigned a) { return with_bit(a, i, inner[a]); });
-        f.complsiginfunc(signal(i)); // on the function itself, whose nodes may be shared
-        EXPECT_EQ(column(f, signals), permuted(before, [&](unsigned a) { return a ^ 1U << i; }));
-        f.substfnforsig(signal(i), &other);
+        const auto set = [i](unsigned at, bool to) {
+            return (at & ~(1U << i)) | unsigned{to} << i;
+        };
+        const EDIT edits[] = {
+            {[&] { f.setsigto1(sig); }, [&](unsigned at) { return set(at, true); }},
+            {[&] { f.setsigto0(sig); }, [&](unsigned at) { return set(at, false); }},
+            {[&] { f.complsiginfunc(sig); }, [&](unsigned at) { return at ^ 1U << i; }},
+            {[&] { f.subsig1forsig2(signal(j), sig); },
+             [&](unsigned at) { return set(at, (at >> j & 1U) != 0); }},
+            {[&] { f.substfnforsig(sig, &other); },
+             [&](unsigned at) { return set(at, inner[at]); }},
+        };
+        const COLUMN before = column(f, signals);
+        const EDIT& edit = edits[random() % std::size(edits)];
+        edit.run();
+        const COLUMN after = column(f, signals);
+        for (unsigned at = 0; at < after.size(); ++at) {
+            EXPECT_EQ(after[at], before[edit.source(at)]) << &edit - edits << ": " << shape(f);
+        }
+        f.root->rmsigfromtree(signal(j)); // shared leaves too
+        EXPECT_TRUE(basbd_is_leaf(*f.root) || !f.root->issiginsuppt(signal(j)));
     });
 }
 
 TEST(values, questions)
 {
-    SHAPES shapes = any_shape;
-    shapes.named = true;
-    for_random_functions(shapes, [](BOOL_FUNC& f, auto& random) {
-        TECHMAP_SIG* const sig = signal(random() % signals);
-        const CONTENTS contents(f.root);
-        const bool occurs = contents.support.count(sig) != 0;
-        EXPECT_EQ(f.countsuppt(), contents.support.size());
+    for_random_functions(any_shape, [](BOOL_FUNC& f, auto& random) {
+        const auto name = static_cast<BOOL_VARNAME>(random() % signals);
+        TECHMAP_SIG* const sig = signal(name);
+        f.root->unmarknodes();
+        f.root->markusage();
+        std::set<TECHMAP_SIG*> support;
+        unsigned leaves = 0;
+        for (const auto& [node, count] : count_paths(f.root)) {
+            EXPECT_EQ(node->usage, count);
+            if (basbd_is_leaf(*node)) {
+                support.insert(basbd_leaf_signal(*node));
+                leaves += count;
+            }
+        }
+        support.erase(nullptr);
+        const bool occurs = support.count(sig) != 0;
+        EXPECT_EQ(f.root->countleaves(), leaves);
+        EXPECT_EQ(f.countsuppt(), support.size());
         EXPECT_EQ(f.root->issiginsuppt(sig), occurs);
-        const auto name = static_cast<BOOL_VARNAME>(sig - signal(0));
         EXPECT_EQ(f.root->isvarinsuppt(name), occurs);
         EXPECT_EQ(f.getvarname(sig), occurs ? name : BOOL_VAR_NONE);
         EXPECT_EQ(f.root->issigcompl(sig), !basbd_is_leaf(*f.root) && last_edge_flag(f.root, sig));
-        f.root->unmarknodes();
-        f.root->markusage();
-        for (const auto& [node, count] : contents.paths) {
-            EXPECT_EQ(node->usage, count);
-        }
-        EXPECT_EQ(f.root->countleaves(), contents.leaves);
     });
 }
 
 TEST(values, equation_reads_back)
 {
-    SHAPES shapes = any_shape;
-    shapes.named = true;
-    for_random_functions(shapes, [](BOOL_FUNC& f, auto&) {
+    for_random_functions(any_shape, [](BOOL_FUNC& f, auto&) {
         const std::unique_ptr<char[]> text(f.writeeqn());
         COLUMN values;
         for (unsigned assignment = 0; assignment < 1U << signals; ++assignment) {

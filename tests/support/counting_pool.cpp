@@ -7,7 +7,6 @@
 namespace {
 
 long live_blocks = 0;
-long requests_left = -1;
 
 } // namespace
 
@@ -25,10 +24,6 @@ UT_FASTMEM::~UT_FASTMEM() { delete state; }
 
 void* UT_FASTMEM::getnewptr()
 {
-    if (requests_left == 0) {
-        throw std::bad_alloc();
-    }
-    requests_left -= requests_left > 0 ? 1 : 0;
     ++live_blocks;
     return ::operator new(state->block_size);
 }
@@ -42,7 +37,5 @@ void UT_FASTMEM::free(void* block)
 namespace counting_pool {
 
 long live() { return live_blocks; }
-
-void fail_after(long count) { requests_left = count; }
 
 } // namespace counting_pool

@@ -1,14 +1,15 @@
 #include "tree_oracle.h"
 
-#include <cstdlib>
-#include <cstring>
+#include <algorithm>
+#include <iterator>
 
 namespace tree_oracle {
 
 namespace {
 
-constexpr char name_letters[] = "ABCDEFGIJKLMNOPXY";
-const char* const operator_names[] = {"AND(", "XOR(", "OR("};
+constexpr char names[] = "ABCDEFGIJKLMNOPXY";
+constexpr char operators[] = "*@+";
+constexpr signed char unknown_operator = 40;
 
 TECHMAP_SIG signals_in_use[max_signals];
 
@@ -17,51 +18,39 @@ unsigned index_of(const BOOL_TNODE& leaf)
     return static_cast<unsigned>(basbd_leaf_signal(leaf) - signals_in_use);
 }
 
-bool skip(const char*& rest, const char* expected)
+bool skip(const char*& rest, char expected)
 {
-    const std::size_t size = std::strlen(expected);
-    const bool matches = std::strncmp(rest, expected, size) == 0;
-    rest += matches ? size : 0;
+    const bool matches = *rest == expected;
+    rest += matches ? 1 : 0;
     return matches;
-}
-
-unsigned parse_number(const char*& rest)
-{
-    char* end = nullptr;
-    const auto number = static_cast<unsigned>(std::strtoul(rest, &end, 10));
-    rest = end;
-    return number;
 }
 
 BOOL_TNODE* parse(const char*& rest)
 {
-    if (skip(rest, "-")) {
+    const char first = *rest++;
+    if (first == '-') {
         return nullptr;
     }
-    if (skip(rest, "0") || skip(rest, "1")) {
-        return new BOOL_TNODE(rest[-1] == '1' ? BOOL_OP_ONE : BOOL_OP_ZERO);
+    if (first == '0' || first == '1') {
+        return new BOOL_TNODE(first == '1' ? BOOL_OP_ONE : BOOL_OP_ZERO);
     }
-    if (skip(rest, "s")) {
-        auto* leaf = new BOOL_TNODE(BOOL_OP_SIG, signal(parse_number(rest)));
-        if (skip(rest, ":")) {
-            leaf->op = static_cast<signed char>(std::strchr(name_letters, *rest++) - name_letters +
-                                                BOOL_OP_FIRST_NAMED);
-        }
-        return leaf;
+    if (first >= 'a' && first <= 'z') {
+        const char* const name = std::find(names, std::end(names) - 1, *rest);
+        const auto v = *name == '\0' ? -1 : static_cast<int>(name - names);
+        rest += v < 0 ? 0 : 1;
+        return new BOOL_TNODE(static_cast<char>(BOOL_OP_SIG + 1 + v),
+                              signal(static_cast<unsigned>(first - 'a')));
     }
     auto* node = new BOOL_TNODE(BOOL_OP_AND);
-    while (!skip(rest, operator_names[node->op]) && ++node->op <= BOOL_OP_OR) {
-    }
-    if (node->op > BOOL_OP_OR && skip(rest, "op")) {
-        node->op = static_cast<signed char>(parse_number(rest));
-        skip(rest, "(");
-    }
-    node->lcompl = skip(rest, "~") ? 1 : 0;
+    const auto op = std::find(operators, operators + 3, first) - operators;
+    node->op = op < 3 ? static_cast<signed char>(op) : unknown_operator;
+    skip(rest, '(');
+    node->lcompl = skip(rest, '~') ? 1 : 0;
     node->left = parse(rest);
-    skip(rest, ",");
-    node->rcompl = skip(rest, "~") ? 1 : 0;
+    skip(rest, ',');
+    node->rcompl = skip(rest, '~') ? 1 : 0;
     node->right = parse(rest);
-    skip(rest, ")");
+    skip(rest, ')');
     return node;
 }
 
@@ -141,33 +130,18 @@ bool evaluate(const BOOL_TNODE* node, unsigned assignment, LONE_RIGHT lone_right
     if (!has_left || !has_right) {
         return has_left ? left : right;
     }
-    switch (node->op) {
-    case BOOL_OP_AND:
-        return left && right;
-    case BOOL_OP_XOR:
-        return left != right;
-    default:
-        return left || right;
-    }
-}
-
-std::vector<bool> column(const BOOL_TNODE* node, unsigned signals, LONE_RIGHT lone_right)
-{
-    std::vector<bool> values;
-    for (unsigned assignment = 0; assignment < 1U << signals; ++assignment) {
-        values.push_back(evaluate(node, assignment, lone_right));
-    }
-    return values;
+    return node->op == BOOL_OP_AND   ? left && right
+           : node->op == BOOL_OP_XOR ? left != right
+                                     : left || right;
 }
 
 std::vector<bool> column(const BOOL_FUNC& function, unsigned signals, LONE_RIGHT lone_right)
 {
-    std::vector<bool> values(std::size_t{1} << signals, false);
-    if (function.root != nullptr) {
-        values = column(function.root, signals, lone_right);
-    }
-    if (function.rootcompl != 0) {
-        values.flip();
+    std::vector<bool> values(std::size_t{1} << signals);
+    for (unsigned assignment = 0; assignment < values.size(); ++assignment) {
+        values[assignment] =
+            (function.root != nullptr && evaluate(function.root, assignment, lone_right)) !=
+            (function.rootcompl != 0);
     }
     return values;
 }
@@ -177,25 +151,35 @@ std::string shape(const BOOL_TNODE* node)
     if (node == nullptr) {
         return "-";
     }
-    const auto op = node->op;
+    const int op = node->op;
     if (op == BOOL_OP_ONE || op == BOOL_OP_ZERO) {
         return op == BOOL_OP_ONE ? "1" : "0";
     }
+    const auto flagged = [](char mark, unsigned char flag, const std::string& text) {
+        return flag != 0 ? mark + text : text;
+    };
     if (op >= BOOL_OP_SIG && op <= BOOL_OP_LAST_NAMED) {
-        const std::string name =
-            op == BOOL_OP_SIG ? "" : std::string(":") + name_letters[op - BOOL_OP_FIRST_NAMED];
-        return (node->lcompl != 0 ? "!s" : "s") + std::to_string(index_of(*node)) + name;
+        const std::string text(1, static_cast<char>('a' + index_of(*node)));
+        return flagged('!', node->lcompl,
+                       op == BOOL_OP_SIG ? text : text + names[op - BOOL_OP_FIRST_NAMED]);
     }
-    const std::string name =
-        op >= 0 && op <= 2 ? operator_names[op] : "op" + std::to_string(op) + "(";
-    return name + (node->lcompl != 0 ? "~" : "") + shape(node->left) + "," +
-           (node->rcompl != 0 ? "~" : "") + shape(node->right) + ")";
+    return std::string(1, op >= 0 && op < 3 ? operators[op] : '?') + '(' +
+           flagged('~', node->lcompl, shape(node->left)) + ',' +
+           flagged('~', node->rcompl, shape(node->right)) + ')';
 }
 
-BOOL_TNODE* parse_shape(const std::string& text)
+std::string shape(const BOOL_FUNC& function)
 {
-    const char* rest = text.c_str();
-    return parse(rest);
+    return (function.rootcompl != 0 ? "~" : "") + shape(function.root);
+}
+
+BOOL_TNODE* parse_shape(const char* text) { return parse(text); }
+
+FUNC::FUNC(const char* text)
+{
+    rootcompl = skip(text, '~') ? 1 : 0;
+    root = parse_shape(text);
+    nsuppt = countsuppt();
 }
 
 BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes)

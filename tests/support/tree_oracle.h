@@ -1,6 +1,6 @@
 /// @file
-/// @brief Fake signals, random expression trees and an evaluator that shares nothing with the
-/// library's own walks.
+/// @brief Fake signals, trees written as text, random trees and an evaluator that shares nothing
+/// with the library's own walks.
 #pragma once
 
 #include "basbdbool.h"
@@ -30,21 +30,27 @@ enum class LONE_RIGHT {
 bool evaluate(const BOOL_TNODE* node, unsigned assignment,
               LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
 
-/// `evaluate` for the assignments 0, 1, ... of the signals below `signals`.
-std::vector<bool> column(const BOOL_TNODE* node, unsigned signals,
-                         LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
-
-/// `column` of a function, with its own complement; constant 0 without a tree.
+/// @brief The values of a function, with its own complement, for the assignments 0, 1, ... of the
+/// signals below `signals`; constant 0 without a tree.
 std::vector<bool> column(const BOOL_FUNC& function, unsigned signals,
                          LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
 
-/// @brief The exact shape of a tree, as `AND(~s0,s1:C)`.
+/// @brief The exact shape of a tree: `*(~a,+(bC,1))` is NOT s0 AND (s1 OR 1), s1 named C.
 ///
-/// "~" is an edge's flag, ":C" a name tag, "-" a missing child, "!" a leaf's own flag.
+/// "*", "@" and "+" are the operators, "?" is any other; "~" is an edge's flag, "-" a missing
+/// child, "!" a leaf's own flag; "X" and "Y" stand for the names QX and QY.
 std::string shape(const BOOL_TNODE* node);
 
-/// The tree, or null, whose shape is `text`.
-BOOL_TNODE* parse_shape(const std::string& text);
+/// The shape of the tree, behind a "~" when the function is its complement.
+std::string shape(const BOOL_FUNC& function);
+
+/// The tree, or null, whose shape is `text`; signals from "a" to "z", no flags of leaves.
+BOOL_TNODE* parse_shape(const char* text);
+
+/// The function whose shape is `text`, with its support counted.
+struct FUNC : BOOL_FUNC {
+    explicit FUNC(const char* text);
+};
 
 /// What random trees may hold besides operators with two operands and unnamed signal leaves.
 struct SHAPES {
