@@ -6,7 +6,7 @@
 
 namespace {
 
-struct Less {
+struct ordering {
     using is_transparent = void;
     UT_BTR_TREE* tree;
     bool operator()(const void* key, const void* entry) const
@@ -15,7 +15,7 @@ struct Less {
     }
 };
 
-using Entries = std::set<void*, Less, NodeAllocator<void*>>;
+using entry_set = std::set<void*, ordering, node_allocator<void*>>;
 
 } // namespace
 
@@ -23,7 +23,7 @@ using Entries = std::set<void*, Less, NodeAllocator<void*>>;
 class UT_BTR_TREE::STATE {
 public:
     explicit STATE(UT_BTR_TREE* owner)
-        : tree(owner), entries(Less{owner}, NodeAllocator<void*>(pool)), gap(entries.end())
+        : tree(owner), entries(ordering{owner}, node_allocator<void*>(pool)), gap(entries.end())
     {
     }
 
@@ -57,7 +57,7 @@ public:
     template <typename Visit>
     void drain(const Visit& visit)
     {
-        Entries taken(Less{tree}, NodeAllocator<void*>(pool));
+        entry_set taken(ordering{tree}, node_allocator<void*>(pool));
         taken.swap(entries);
         gap = entries.end();
         for (void* entry : taken) {
@@ -67,9 +67,9 @@ public:
 
 private:
     UT_BTR_TREE* tree;
-    NodePool pool;
-    Entries entries;
-    Entries::const_iterator gap;
+    node_pool pool;
+    entry_set entries;
+    entry_set::const_iterator gap;
 };
 
 UT_BTR_TREE::UT_BTR_TREE(unsigned char keep_flag) : state(new STATE(this)), flag(keep_flag) {}

@@ -21,17 +21,21 @@ public:
     void* find(const void* key)
     {
         const std::uint32_t hash = hash_of(key);
-        const std::size_t at = place_of(key, hash);
-        if (hashes[at] != 0) {
-            missed_hash = 0;
-            return entries[at];
-        }
         missed_hash = hash;
+        std::size_t at = home(hash);
+        for (; hashes[at] != 0; at = next(at)) {
+            if (hashes[at] == hash) {
+                missed_hash = 0;
+                if (table->comp_func(key, entries[at]) == 0) {
+                    return entries[at];
+                }
+            }
+        }
         missed_at = at;
         return nullptr;
     }
 
-    /// An addition mostly follows a search for the same key, which has found the free place.
+    /// An addition mostly follows a search for an equal key, which has found the free place.
     void* add(void* key)
     {
         const std::uint32_t hash = hash_of(key);
@@ -165,7 +169,7 @@ private:
     std::size_t count = 0;
     std::size_t mask = first_size - 1;
     unsigned shift = 32 - first_bits;
-    std::uint32_t missed_hash = 0;        ///< of the key that was searched in vain last, else 0
+    std::uint32_t missed_hash = 0;        ///< of the last key sought, if no entry has it; else 0
     std::size_t missed_at = 0;            ///< the free place where that key belongs
     std::uint32_t* hashes = first_hashes; ///< 0: the place is free
     void** entries = first_entries;

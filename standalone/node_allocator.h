@@ -2,41 +2,49 @@
 /// @brief An allocator for containers that allocate one node at a time.
 #pragma once
 
-#include "block_pool.h"
+#define BOOST_POOL_NO_MT // a container is used from one thread at a time
+#include <boost/pool/pool.hpp>
 
 #include <cstddef>
+#include <new>
 #include <optional>
 
 /// The pool behind a container's allocator, made when the container tells the size of its nodes.
-using NodePool = std::optional<BlockPool>;
+using node_pool = std::optional<boost::pool<>>;
 
 template <typename T>
-class NodeAllocator {
+class node_allocator {
 public:
     using value_type = T;
 
-    explicit NodeAllocator(NodePool& source) : pool(&source) {}
+    explicit node_allocator(node_pool& source) : pool(&source) {}
     template <typename U>
     // Not explicit: containers convert their allocators.
-    NodeAllocator(const NodeAllocator<U>& other) : pool(other.pool)
+    node_allocator(const node_allocator<U>& other) : pool(other.pool)
     {
     }
 
     T* allocate(std::size_t /*count: 1*/)
     {
-        constexpr std::size_t blocks_per_chunk = 32; // few, for the sake of small containers
+        // Few at first for the sake of small containers, and never many that stay unused.
+        constexpr std::size_t first_nodes = 32;
+        constexpr std::size_t most_nodes = 1024;
         if (!pool->has_value()) {
-            pool->emplace(sizeof(T), blocks_per_chunk);
+            pool->emplace(sizeof(T), first_nodes, most_nodes);
         }
-        return static_cast<T*>((*pool)->take());
+        void* const node = (*pool)->malloc();
+        if (node == nullptr) {
+            throw std::bad_alloc();
+        }
+        return static_cast<T*>(node);
     }
-    void deallocate(T* node, std::size_t /*count: 1*/) { (*pool)->put_back(node); }
+    void deallocate(T* node, std::size_t /*count: 1*/) { (*pool)->free(node); }
 
-    friend bool operator==(const NodeAllocator& a, const NodeAllocator& b)
+    friend bool operator==(const node_allocator& a, const node_allocator& b)
     {
         return a.pool == b.pool;
     }
-    friend bool operator!=(const NodeAllocator& a, const NodeAllocator& b) { return !(a == b); }
+    friend bool operator!=(const node_allocator& a, const node_allocator& b) { return !(a == b); }
 
-    NodePool* pool;
+    node_pool* pool;
 };

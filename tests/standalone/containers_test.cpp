@@ -102,14 +102,16 @@ TYPED_TEST(stores, agrees_with_a_set_through_random_work)
 TYPED_TEST(stores, adds_after_a_search_for_another_key)
 {
     TypeParam store;
-    for (const unsigned number : {50U, 10U, 90U, 30U}) {
-        Record other{number ^ 64U};
-        store.s_find(&other);
-        store.s_add(new Record{number}, nullptr);
-    }
-    for (const unsigned number : {10U, 30U, 50U, 90U}) {
-        Record probe{number};
-        EXPECT_NE(store.s_find(&probe), nullptr) << number;
+    for (const unsigned mask : {64U, 1U}) { // of another hash, and of the same
+        for (const unsigned number : {50U, 10U, 90U, 30U}) {
+            Record probe{number};
+            auto* found = store.s_find(&probe);
+            Record other{number ^ mask};
+            ASSERT_EQ(store.s_find(&other), nullptr);
+            auto record = std::make_unique<Record>(probe);
+            void* const stored = store.s_add(record.get(), nullptr);
+            ASSERT_EQ(stored, found == nullptr ? record.release() : found) << number;
+        }
     }
 }
 
