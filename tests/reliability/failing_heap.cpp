@@ -5,54 +5,15 @@
 #include <cstdlib>
 #include <new>
 
-namespace {
+namespace failing_heap {
 
 // Constant initialisation: allocations come before any constructor of this file would run.
-bool armed = false;
-auto mode_in_use = failing_heap::FAIL::ONCE;
-long until_failure = 0;
-long failed_since_arm = 0;
-long failed_in_all = 0;
-long live = 0;
-
-bool this_one_fails()
-{
-    if (!armed) {
-        return false;
-    }
-    --until_failure;
-    const bool fails =
-        until_failure == 0 || (until_failure < 0 && mode_in_use == failing_heap::FAIL::FROM_THERE);
-    failed_since_arm += fails ? 1 : 0;
-    failed_in_all += fails ? 1 : 0;
-    return fails;
-}
-
-void* allocate_or_null(std::size_t size)
-{
-    void* block = this_one_fails() ? nullptr : std::malloc(size == 0 ? 1 : size);
-    live += block == nullptr ? 0 : 1;
-    return block;
-}
-
-void* allocate(std::size_t size)
-{
-    void* block = allocate_or_null(size);
-    if (block == nullptr) {
-        throw std::bad_alloc();
-    }
-    return block;
-}
-
-void release(void* block) noexcept
-{
-    live -= block == nullptr ? 0 : 1;
-    std::free(block);
-}
-
-} // namespace
-
-namespace failing_heap {
+static bool armed = false;
+static FAIL mode_in_use = FAIL::ONCE;
+static long until_failure = 0;
+static long failed_since_arm = 0;
+static long failed_in_all = 0;
+static long live = 0;
 
 void arm(long at, FAIL mode)
 {
@@ -65,6 +26,7 @@ void arm(long at, FAIL mode)
 long disarm()
 {
     armed = false;
+    failed_in_all += failed_since_arm;
     return failed_since_arm;
 }
 
@@ -72,24 +34,33 @@ long live_blocks() { return live; }
 
 long failures() { return failed_in_all; }
 
+static bool this_one_fails()
+{
+    --until_failure;
+    return armed && (until_failure == 0 || (until_failure < 0 && mode_in_use == FAIL::FROM_THERE));
+}
+
 } // namespace failing_heap
 
-void* operator new(std::size_t size) { return allocate(size); }
-void* operator new[](std::size_t size) { return allocate(size); }
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+using namespace failing_heap;
+
+// The other forms call these, except under AddressSanitizer, which has its own.
+void* operator new(std::size_t size)
 {
-    return allocate_or_null(size);
+    void* block = this_one_fails() ? nullptr : std::malloc(size == 0 ? 1 : size);
+    if (block == nullptr) {
+        ++failed_since_arm;
+        throw std::bad_alloc();
+    }
+    ++live;
+    return block;
 }
-void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+void operator delete(void* block) noexcept
 {
-    return allocate_or_null(size);
+    live -= block == nullptr ? 0 : 1;
+    std::free(block);
 }
-void operator delete(void* block) noexcept { release(block); }
-void operator delete[](void* block) noexcept { release(block); }
-void operator delete(void* block, std::size_t /*size*/) noexcept { release(block); }
-void operator delete[](void* block, std::size_t /*size*/) noexcept { release(block); }
-void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept { release(block); }
-void operator delete[](void* block, const std::nothrow_t& /*tag*/) noexcept { release(block); }
+void operator delete(void* block, std::size_t /*size*/) noexcept { operator delete(block); }
 
 /// A pool without chunks: every node is a block of its own, which can fail and can leak.
 class UT_FASTMEM::STATE {
@@ -97,13 +68,7 @@ public:
     unsigned long block_size;
 };
 
-UT_FASTMEM::UT_FASTMEM(unsigned long block_size, unsigned long /*blocks_per_chunk*/)
-    : state(new STATE{block_size})
-{
-}
-
+UT_FASTMEM::UT_FASTMEM(unsigned long size, unsigned long /*count*/) : state(new STATE{size}) {}
 UT_FASTMEM::~UT_FASTMEM() { delete state; }
-
 void* UT_FASTMEM::getnewptr() { return ::operator new(state->block_size); }
-
 void UT_FASTMEM::free(void* block) { ::operator delete(block); }
