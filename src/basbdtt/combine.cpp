@@ -1,6 +1,7 @@
 /// @file
 /// @brief The operators that combine and compare two columns word by word.
 #include "basbdtt.h"
+#include "function_clones.h"
 
 #include <algorithm>
 #include <functional>
@@ -9,14 +10,26 @@ namespace {
 
 using words = std::vector<std::uint32_t>;
 
-/// Combines `other` into the words that both have, after growing to its length.
-template <typename Operation>
-void combine(words& own, const words& other, Operation operation)
+BASBDTT_CLONES void xor_words(std::uint32_t* own, const std::uint32_t* other, std::size_t size)
+{
+    std::transform(own, own + size, other, own, std::bit_xor<>());
+}
+
+BASBDTT_CLONES void or_words(std::uint32_t* own, const std::uint32_t* other, std::size_t size)
+{
+    std::transform(own, own + size, other, own, std::bit_or<>());
+}
+
+BASBDTT_CLONES void and_words(std::uint32_t* own, const std::uint32_t* other, std::size_t size)
+{
+    std::transform(own, own + size, other, own, std::bit_and<>());
+}
+
+void grow(words& own, const words& other)
 {
     if (own.size() < other.size()) {
         own.resize(other.size());
     }
-    std::transform(other.begin(), other.end(), own.begin(), own.begin(), operation);
 }
 
 bool all_zero(words::const_iterator first, words::const_iterator last)
@@ -39,16 +52,19 @@ bool TRUTH_TABLE_VAL::operator==(const TRUTH_TABLE_VAL& other) const
 
 void TRUTH_TABLE_VAL::operator^=(const TRUTH_TABLE_VAL& other)
 {
-    combine(words, other.words, std::bit_xor<>());
+    grow(words, other.words);
+    xor_words(words.data(), other.words.data(), other.words.size());
 }
 
 void TRUTH_TABLE_VAL::operator|=(const TRUTH_TABLE_VAL& other)
 {
-    combine(words, other.words, std::bit_or<>());
+    grow(words, other.words);
+    or_words(words.data(), other.words.data(), other.words.size());
 }
 
 void TRUTH_TABLE_VAL::operator&=(const TRUTH_TABLE_VAL& other)
 {
-    combine(words, other.words, std::bit_and<>());
+    grow(words, other.words);
+    and_words(words.data(), other.words.data(), other.words.size());
     std::fill(words.begin() + static_cast<std::ptrdiff_t>(other.words.size()), words.end(), 0U);
 }

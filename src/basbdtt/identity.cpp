@@ -1,9 +1,9 @@
 /// @file
 /// @brief The projection onto one input: the test for it and its column.
 #include "column_words.h"
-#include "function_clones.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -34,53 +34,92 @@ constexpr auto make_first_stretches()
 }
 constexpr auto first_stretches = make_first_stretches();
 
+constexpr auto make_ones()
+{
+    stretch ones{};
+    for (std::uint32_t& word : ones) {
+        word = ~std::uint32_t{0};
+    }
+    return ones;
+}
+constexpr auto all_ones = make_ones();
+
 const stretch& first_stretch(int input)
 {
     return first_stretches[static_cast<std::size_t>(std::min(input, stretch_inputs))];
 }
 
-/// All ones where the stretch from word `start` is the complement of the first one.
-std::uint64_t stretch_complement(std::size_t start, int input)
+/// The first stretch of the block that ends before word `end`, for an input above a stretch.
+const stretch& block_stretch(std::size_t end, std::size_t block)
 {
-    return input >= stretch_inputs && (start & block_words(input)) != 0 ? ~std::uint64_t{0} : 0;
+    return end % (2 * block) == 0 ? all_ones : first_stretches.back();
 }
 
-/// For columns of whole stretches.
-BASBDTT_CLONES bool is_projection(const std::uint32_t* words, std::size_t size, int input)
+bool equal_words(const std::uint32_t* first, const std::uint32_t* second, std::size_t size)
 {
-    const stretch& first = first_stretch(input);
-    for (std::size_t start = 0; start < size; start += stretch_words) {
-        const auto complement = static_cast<std::uint32_t>(stretch_complement(start, input));
-        std::uint32_t difference = 0;
-        for (std::size_t i = 0; i < stretch_words; ++i) {
-            difference |= words[start + i] ^ first[i] ^ complement;
-        }
-        if (difference != 0) {
+    return std::memcmp(first, second, size * sizeof *first) == 0;
+}
+
+/// Whether the words are `first` again and again; whole stretches.
+bool is_repeated(const std::uint32_t* words, std::size_t size, const stretch& first)
+{
+    return equal_words(words, first.data(), stretch_words) &&
+           equal_words(words, words + stretch_words, size - stretch_words);
+}
+
+/// For columns of whole stretches; apart, so that narrow columns do not save registers for it.
+[[gnu::noinline]] bool is_projection(const std::uint32_t* words, std::size_t size, int input)
+{
+    if (input < stretch_inputs) {
+        return is_repeated(words, size, first_stretch(input));
+    }
+    const std::size_t block = block_words(input);
+    for (std::size_t end = block; end <= size; end += block) {
+        if (!is_repeated(words + end - block, block, block_stretch(end, block))) {
             return false;
         }
     }
     return true;
 }
 
-/// For columns of at least two pairs that are a stretch or whole stretches.
-BASBDTT_CLONES void fill_projection(std::uint32_t* words, std::size_t size, int input)
+/// The compiler would copy a length that it knows to be short by a slow string instruction.
+void copy_group_by_group(const std::uint32_t* source, std::uint32_t* target, std::size_t size)
 {
-    const std::size_t length = std::min(size, stretch_words);
-    const stretch& first = first_stretch(input);
-    const bool uniform = input < pair_inputs || input >= stretch_inputs; // all pairs are the same
-    with_group(length, [=, &first](auto kind) {
+    with_group(size, [=](auto kind) {
         typename decltype(kind)::type group;
-        for (std::size_t start = 0; start < size; start += length) {
-            load_group(group, first.data());
-            group ^= stretch_complement(start, input);
-            for (std::size_t i = 0; i < length; i += group_words<decltype(group)>) {
-                if (!uniform) {
-                    load_group(group, first.data() + i);
-                }
-                store_group(words + start + i, group);
-            }
+        for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
+            load_group(group, source + i);
+            store_group(target + i, group);
         }
     });
+}
+
+/// For columns that are a stretch, a power of two of its words, or whole stretches.
+void fill_projection(std::uint32_t* words, std::size_t size, int input)
+{
+    if (input >= stretch_inputs) {
+        const std::size_t block = block_words(input);
+        for (std::size_t start = 0; start < size; start += 2 * block) {
+            std::fill_n(words + start, block, 0U);
+            std::fill_n(words + start + block, block, ~0U);
+        }
+        return;
+    }
+    constexpr int byte_inputs = 3;
+    if (input < byte_inputs) {
+        std::memset(words,
+                    static_cast<int>(projection_mask[static_cast<std::size_t>(input)] & 0xFFU),
+                    size * sizeof *words);
+        return;
+    }
+    constexpr std::size_t longest_copy = 1024; // stays in the nearest cache
+    std::size_t filled = std::min(size, stretch_words);
+    copy_group_by_group(first_stretch(input).data(), words, filled);
+    while (filled < size) {
+        const std::size_t length = std::min(filled, longest_copy);
+        std::copy_n(words, length, words + filled);
+        filled += length;
+    }
 }
 
 } // namespace
@@ -96,11 +135,11 @@ bool BOOL_TRUTH_TABLE::is_identity_for_input(int input) const
     if (value.words.size() < size) {
         return false;
     }
-    const stretch& first = first_stretch(input);
-    if (size == 1) {
-        return ((words[0] ^ first[0]) & last_word_mask(width)) == 0;
+    if (width <= pair_inputs) {
+        const std::uint64_t wanted = pair_projection_mask[static_cast<std::size_t>(input)];
+        return ((load_narrow(words, width) ^ wanted) & first_pair_mask(width)) == 0;
     }
-    return size <= stretch_words ? std::equal(words, words + size, first.begin())
+    return size <= stretch_words ? equal_words(words, first_stretch(input).data(), size)
                                  : is_projection(words, size, input);
 }
 
