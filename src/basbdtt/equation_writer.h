@@ -3,7 +3,7 @@
 /// input, over views into the column and into one output buffer.
 ///
 /// A cofactor for the highest input is half of the column, so no table is built for it. From
-/// 64 entries on downwards a half is a word in a register.
+/// 64 entries on downwards a half is a word in a register, and from 8 on its text is a constant.
 #pragma once
 
 #include "basbdtt.h"
@@ -20,91 +20,154 @@
 
 namespace basbdtt {
 
-/// A text of a few characters, copied as a whole.
-struct short_text {
-    std::array<char, 16> characters;
-    std::size_t length;
+/// A text of bounded length, copied as a whole.
+template <std::size_t capacity>
+struct bounded_text {
+    std::array<char, capacity> characters{};
+    std::uint8_t length = 0;
+
+    constexpr bounded_text() = default;
+    constexpr explicit bounded_text(std::string_view text) { append(text); }
+
+    constexpr bounded_text& append(std::string_view text)
+    {
+        for (const char character : text) {
+            characters[length++] = character;
+        }
+        return *this;
+    }
+    constexpr std::string_view view() const { return {characters.data(), length}; }
+
+    /// Needs room for `capacity` characters. @return the end of the text
+    char* write(char* to) const
+    {
+        std::memcpy(to, characters.data(), capacity);
+        return to + length;
+    }
 };
 
-constexpr short_text make_short_text(std::string_view text)
-{
-    short_text result{{}, text.size()};
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        result.characters[i] = text[i];
-    }
-    return result;
-}
+/// What stands before, between and after the halves, such as "(!C + ".
+using short_text = bounded_text<8>;
 
-/// Indexed by the column of four entries.
-using two_input_texts = std::array<short_text, 16>;
-
-constexpr two_input_texts make_texts(const std::array<std::string_view, 16>& texts)
-{
-    two_input_texts result{};
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        result[i] = make_short_text(texts[i]);
-    }
-    return result;
-}
+/// The text of a function of three inputs. Text that did not fit would not compile.
+using small_text = bounded_text<40>;
 
 using input_names = std::array<short_text, BASBDTT_MAX_WIDTH>;
 
-/// @brief A string that grows ahead of what is written, so that most writes need no check.
-class text_buffer {
-public:
-    /// Makes room for what one expansion writes by itself.
-    void reserve_expansion()
-    {
-        constexpr std::size_t longest = 64;
-        if (text.size() - length < longest) {
-            text.resize(std::max<std::size_t>(240, 2 * text.size()));
+/// How the halves f and t, for the expanded input x at 0 and at 1, make a text.
+enum class shape : std::uint8_t {
+    x,
+    not_x,
+    x_and_t,
+    not_x_or_t,
+    choice,
+    not_x_and_f,
+    f_or_x,
+    x_xor_f
+};
+constexpr std::size_t shapes = 8;
+
+constexpr bool has_text_of_f(shape how) { return how >= shape::choice; }
+constexpr bool has_text_of_t(shape how) { return how >= shape::x_and_t && how <= shape::choice; }
+constexpr bool is_group(shape how) { return how >= shape::x_and_t; }
+
+/// What stands around the halves' texts, without what closes a group.
+struct frame {
+    short_text before;  ///< of the half that comes first
+    short_text between; ///< after f
+};
+
+template <typename Format>
+constexpr frame make_frame(shape how, std::string_view x)
+{
+    frame result;
+    short_text& before = result.before;
+    before.append(is_group(how) ? "(" : "");
+    switch (how) {
+    case shape::x:
+        before.append(x);
+        break;
+    case shape::not_x:
+        before.append(Format::negation).append(x);
+        break;
+    case shape::x_and_t:
+        before.append(x).append(Format::conjunction);
+        break;
+    case shape::not_x_or_t:
+        before.append(Format::negation).append(x).append(Format::disjunction);
+        break;
+    case shape::choice:
+        before.append(Format::negation).append(x).append(Format::conjunction);
+        result.between.append(Format::disjunction).append(x).append(Format::conjunction);
+        break;
+    case shape::not_x_and_f:
+        before.append(Format::negation).append(x).append(Format::conjunction);
+        break;
+    case shape::f_or_x:
+        result.between.append(Format::disjunction).append(x);
+        break;
+    case shape::x_xor_f:
+        before.append(x).append(Format::exclusive);
+        break;
+    }
+    return result;
+}
+
+template <typename Format>
+constexpr auto make_frames()
+{
+    std::array<std::array<frame, shapes>, BASBDTT_MAX_WIDTH> frames;
+    for (std::size_t input = 0; input < frames.size(); ++input) {
+        for (std::size_t how = 0; how < shapes; ++how) {
+            frames[input][how] =
+                make_frame<Format>(static_cast<shape>(how), Format::names[input].view());
         }
     }
+    return frames;
+}
 
-    void write(const short_text& piece)
-    {
-        std::memcpy(&text[length], piece.characters.data(), piece.characters.size());
-        length += piece.length;
-    }
+/// By input and shape.
+template <typename Format>
+constexpr auto frames = make_frames<Format>();
 
-    std::string take()
-    {
-        text.resize(length);
-        return std::move(text);
-    }
-
-private:
-    std::string text;
-    std::size_t length = 0;
-};
+template <typename Format>
+constexpr const frame& frame_of(int input, shape how)
+{
+    return frames<Format>[static_cast<std::size_t>(input)][static_cast<std::size_t>(how)];
+}
 
 /// What a column comes to.
 enum class constancy : std::uint8_t { zero, one, neither };
 
-/// Half a column in a register, or in the table's words.
+/// A column of up to 64 entries, or a part of one.
+template <int inputs>
 struct register_view {
-    std::uint64_t bits;
-    int width;
+    static constexpr int width = inputs;
+    static constexpr std::uint64_t mask = first_pair_mask(width);
 
-    static constexpr std::uint64_t mask(int width)
+    std::uint64_t bits;
+
+    constexpr constancy classify() const
     {
-        return width >= 6 ? ~std::uint64_t{0} : (std::uint64_t{1} << (1 << width)) - 1;
+        return bits == 0 ? constancy::zero : bits == mask ? constancy::one : constancy::neither;
     }
-    constancy classify() const
+    constexpr auto false_half() const
     {
-        return bits == 0             ? constancy::zero
-               : bits == mask(width) ? constancy::one
-                                     : constancy::neither;
+        using half = register_view<width - 1>;
+        return half{bits & half::mask};
     }
-    register_view false_half() const { return {bits & mask(width - 1), width - 1}; }
-    register_view true_half() const { return {bits >> (1 << (width - 1)), width - 1}; }
-    bool operator==(const register_view& other) const { return bits == other.bits; }
-    bool complements(const register_view& other) const
+    constexpr auto true_half() const
     {
-        return (bits ^ other.bits) == mask(width);
+        return register_view<width - 1>{bits >> (1U << (width - 1))};
+    }
+    constexpr bool operator==(const register_view& other) const { return bits == other.bits; }
+    constexpr bool complements(const register_view& other) const
+    {
+        return (bits ^ other.bits) == mask;
     }
 };
 
+/// A longer column, or a part of one.
 struct memory_view {
     const std::uint32_t* words;
     int width; ///< at least 6
@@ -119,7 +182,6 @@ struct memory_view {
     }
     memory_view false_half() const { return {words, width - 1}; }
     memory_view true_half() const { return {words + size() / 2, width - 1}; }
-    register_view in_register() const { return {words[0] | std::uint64_t{words[1]} << 32, width}; }
     bool operator==(const memory_view& other) const
     {
         return std::memcmp(words, other.words, size() * sizeof(*words)) == 0;
@@ -131,9 +193,99 @@ struct memory_view {
     }
 };
 
+/// Of halves that differ.
+template <typename Format, typename View>
+constexpr shape shape_of(const View& f, const View& t)
+{
+    const constancy f_is = f.classify();
+    const constancy t_is = t.classify();
+    if (f_is == constancy::zero) {
+        return t_is == constancy::one ? shape::x : shape::x_and_t;
+    }
+    if (f_is == constancy::one) {
+        return t_is == constancy::zero ? shape::not_x : shape::not_x_or_t;
+    }
+    if (t_is != constancy::neither) {
+        return t_is == constancy::zero ? shape::not_x_and_f : shape::f_or_x;
+    }
+    if constexpr (Format::has_exclusive) {
+        if (f.complements(t)) {
+            return shape::x_xor_f;
+        }
+    }
+    return shape::choice;
+}
+
+/// The texts of all functions of up to three inputs inside an expansion, empty for constants.
+template <typename Format, int width>
+constexpr auto make_small_texts();
+
+template <typename Format, int width>
+constexpr auto small_texts = make_small_texts<Format, width>();
+
+template <typename Format, int width>
+constexpr auto make_small_texts()
+{
+    std::array<small_text, std::size_t{1} << (1U << width)> texts;
+    for (std::size_t bits = 1; bits + 1 < texts.size(); ++bits) {
+        const register_view<width> view{bits};
+        const auto f = view.false_half();
+        const auto t = view.true_half();
+        if constexpr (width == 1) {
+            texts[bits].append(
+                frame_of<Format>(0, t.bits != 0 ? shape::x : shape::not_x).before.view());
+        } else if (f == t) {
+            texts[bits] = small_texts<Format, width - 1>[f.bits];
+        } else {
+            const shape how = shape_of<Format>(f, t);
+            const frame& around = frame_of<Format>(width - 1, how);
+            texts[bits].append(around.before.view());
+            if (has_text_of_f(how)) {
+                texts[bits].append(small_texts<Format, width - 1>[f.bits].view());
+                texts[bits].append(around.between.view());
+            }
+            if (has_text_of_t(how)) {
+                texts[bits].append(small_texts<Format, width - 1>[t.bits].view());
+            }
+            texts[bits].append(is_group(how) ? Format::close.view() : "");
+        }
+    }
+    return texts;
+}
+
+/// @brief A string that is written piece by piece, so that most writes need no check.
+class text_buffer {
+public:
+    /// The most that is written at a time: the functions of three inputs of a register, what
+    /// stands around them in three levels, and what the last copy writes in excess.
+    static constexpr std::size_t room = (8 + 1) * sizeof(small_text) + 7 * 3 * sizeof(short_text);
+
+    char* begin() { return piece.data(); }
+
+    /// Where to write on after `end`, with room.
+    char* with_room(char* end)
+    {
+        if (static_cast<std::size_t>(piece.data() + piece.size() - end) < room) {
+            text.append(piece.data(), end);
+            return piece.data();
+        }
+        return end;
+    }
+
+    std::string take(char* end)
+    {
+        text.append(piece.data(), end);
+        return std::move(text);
+    }
+
+private:
+    std::string text;
+    std::array<char, 4096> piece;
+};
+
 /// @brief Writes one table. `Format` has, all static: the texts `names`, `negation`, `conjunction`,
-/// `disjunction` and `close` (of a group inside another), `has_exclusive` for complementary halves,
-/// and `constant_text(width, one, top_level)`.
+/// `disjunction`, `exclusive` and `close` (of a group inside another), `has_exclusive` for
+/// complementary halves, and `constant_text(width, one, top_level)`.
 template <typename Format>
 class equation_writer {
 public:
@@ -142,13 +294,11 @@ public:
         const int width = table.get_width();
         const std::vector<std::uint32_t>& words = table.value.words;
         if (width == 1) {
-            const register_view view{words.empty() ? 0 : words[0] & 3U, 1};
+            const register_view<1> view{words.empty() ? 0 : words[0] & register_view<1>::mask};
             const constancy what = view.classify();
-            if (what != constancy::neither) {
-                return Format::constant_text(width, what == constancy::one, top_level);
-            }
-            write_literal(view);
-            return buffer.take();
+            return what == constancy::neither
+                       ? std::string(small_texts<Format, 1>[view.bits].view())
+                       : Format::constant_text(width, what == constancy::one, top_level);
         }
         if (all_zero(words, 0)) {
             return Format::constant_text(width, false, top_level);
@@ -163,6 +313,12 @@ public:
     }
 
 private:
+    static bool all_zero(const std::vector<std::uint32_t>& words, std::size_t begin)
+    {
+        return std::all_of(words.begin() + static_cast<std::ptrdiff_t>(begin), words.end(),
+                           [](std::uint32_t word) { return word == 0; });
+    }
+
     /// The text of a column of at least `width` inputs; what lies beyond takes part in telling
     /// whether the column is constant, but is in no cofactor.
     std::string write_column(const std::vector<std::uint32_t>& words, int width, bool top_level)
@@ -170,29 +326,30 @@ private:
         const std::size_t size = words_for_width(width);
         const bool has_more =
             !all_zero(words, size) || (words[size - 1] & ~last_word_mask(width)) != 0;
-        return width <= 6 ? write_view(in_register(words, width), has_more, top_level)
-                          : write_view(memory_view{words.data(), width}, has_more, top_level);
-    }
-
-    static bool all_zero(const std::vector<std::uint32_t>& words, std::size_t begin)
-    {
-        return std::all_of(words.begin() + static_cast<std::ptrdiff_t>(begin), words.end(),
-                           [](std::uint32_t word) { return word == 0; });
-    }
-
-    static register_view in_register(const std::vector<std::uint32_t>& words, int width)
-    {
-        const std::uint64_t high = width == 6 ? words[1] : 0;
-        return {(words[0] | high << 32) & register_view::mask(width), width};
+        const std::uint64_t column =
+            width <= pair_inputs ? load_narrow(words.data(), width) & first_pair_mask(width) : 0;
+        switch (width) {
+        case 2:
+            return write_view(register_view<2>{column}, has_more, top_level);
+        case 3:
+            return write_view(register_view<3>{column}, has_more, top_level);
+        case 4:
+            return write_view(register_view<4>{column}, has_more, top_level);
+        case 5:
+            return write_view(register_view<5>{column}, has_more, top_level);
+        case pair_inputs:
+            return write_view(register_view<pair_inputs>{column}, has_more, top_level);
+        default:
+            return write_view(memory_view{words.data(), width}, has_more, top_level);
+        }
     }
 
     template <typename View>
-    std::string write_view(View view, bool has_more, bool top_level)
+    std::string write_view(const View& view, bool has_more, bool top_level)
     {
         const constancy what = view.classify();
         if (what == constancy::neither) {
-            write_expansion(view, top_level);
-            return buffer.take();
+            return buffer.take(write_expansion(buffer.begin(), view, top_level));
         }
         // With bits beyond the column it is no constant, but equal halves make it one of a lower
         // width.
@@ -200,106 +357,54 @@ private:
                         : Format::constant_text(view.width, what == constancy::one, top_level);
     }
 
-    /// A function of one input.
-    void write_literal(const register_view& view)
-    {
-        buffer.reserve_expansion();
-        if (view.bits == 1) {
-            buffer.write(Format::negation);
-        }
-        buffer.write(Format::names[0]);
-    }
-
     /// A half that is not constant.
-    void write_half(const register_view& half)
+    template <int width>
+    char* write_half(char* to, const register_view<width>& half)
     {
-        if (half.width == 1) {
-            write_literal(half);
-        } else if (half.width == 2) {
-            buffer.reserve_expansion();
-            buffer.write(Format::two_input_texts[half.bits]);
+        if constexpr (width <= 3) {
+            return small_texts<Format, width>[half.bits].write(to);
         } else {
-            write_expansion(half, false);
+            return write_expansion(to, half, false);
         }
     }
-    void write_half(const memory_view& half)
+    char* write_half(char* to, const memory_view& half)
     {
-        if (half.width == 6) {
-            write_expansion(half.in_register(), false);
-        } else {
-            write_expansion(half, false);
-        }
+        to = buffer.with_room(to);
+        to = half.width == pair_inputs
+                 ? write_half(to, register_view<pair_inputs>{load_pair(half.words)})
+                 : write_expansion(to, half, false);
+        return buffer.with_room(to);
     }
 
     template <typename View>
-    void write_expansion(const View& view, bool top_level)
+    char* write_expansion(char* to, const View& view, bool top_level)
     {
-        const View f = view.false_half();
-        const View t = view.true_half();
+        const auto f = view.false_half();
+        const auto t = view.true_half();
         if (f == t) {
-            write_half(f);
-            return;
+            return write_half(to, f);
         }
-        const constancy f_is = f.classify();
-        const constancy t_is = t.classify();
-        const bool grouped = top_level || f_is == constancy::neither || t_is == constancy::neither;
-        buffer.reserve_expansion();
-        if (grouped) {
-            buffer.write(open);
+        const shape how = shape_of<Format>(f, t);
+        const frame& around = frame_of<Format>(f.width, how);
+        if (top_level && !is_group(how)) {
+            to = open.write(to);
         }
-        write_halves(f, t, f_is, t_is, Format::names[static_cast<std::size_t>(f.width)]);
-        if (grouped) {
-            buffer.reserve_expansion();
-            buffer.write(top_level ? close : Format::close);
+        to = around.before.write(to);
+        if (has_text_of_f(how)) {
+            to = write_half(to, f);
+            to = around.between.write(to);
         }
+        if (has_text_of_t(how)) {
+            to = write_half(to, t);
+        }
+        if (top_level) {
+            return close.write(to);
+        }
+        return is_group(how) ? Format::close.write(to) : to;
     }
 
-    template <typename View>
-    void write_halves(const View& f, const View& t, constancy f_is, constancy t_is,
-                      const short_text& name)
-    {
-        if constexpr (Format::has_exclusive) {
-            if (f_is == constancy::neither && t_is == constancy::neither && f.complements(t)) {
-                buffer.write(name);
-                buffer.write(Format::exclusive);
-                write_half(f);
-                return;
-            }
-        }
-        if (f_is == constancy::neither && t_is == constancy::one) {
-            write_half(f);
-            buffer.reserve_expansion();
-            buffer.write(Format::disjunction);
-            buffer.write(name);
-            return;
-        }
-        if (f_is != constancy::zero) {
-            buffer.write(Format::negation);
-            buffer.write(name);
-            if (f_is == constancy::neither) {
-                buffer.write(Format::conjunction);
-                write_half(f);
-                buffer.reserve_expansion();
-            }
-            if (t_is != constancy::zero) {
-                buffer.write(Format::disjunction);
-            }
-        }
-        if (t_is != constancy::zero) {
-            if (f_is != constancy::one) {
-                buffer.write(name);
-                if (t_is == constancy::neither) {
-                    buffer.write(Format::conjunction);
-                }
-            }
-            if (t_is == constancy::neither) {
-                write_half(t);
-            }
-        }
-    }
-
-    static constexpr short_text open = make_short_text("(");
-    static constexpr short_text close = make_short_text(")");
+    static constexpr short_text open{"("};
+    static constexpr short_text close{")"};
 
     text_buffer buffer;
 };

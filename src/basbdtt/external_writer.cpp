@@ -11,26 +11,20 @@ constexpr basbdtt::input_names make_names()
     basbdtt::input_names names{};
     char letter = 'A';
     for (basbdtt::short_text& name : names) {
-        name = {{letter++, ' '}, 2};
+        const std::array<char, 2> text = {letter++, ' '};
+        name.append({text.data(), text.size()});
     }
     return names;
 }
 
-/// The functions of two inputs that are not constant, as they stand in a group.
-constexpr std::array<std::string_view, 16> two_inputs = {
-    "",    "(!B !A ) ",       "(!B A ) ",    "!B ",        "(B !A ) ",
-    "!A ", "(!B A + B !A ) ", "(!B + !A ) ", "(B A ) ",    "(!B !A + B A ) ",
-    "A ",  "(!B + A ) ",      "B ",          "(!A + B ) ", "(A + B ) ",
-    ""};
-
 struct external_format {
     static constexpr basbdtt::input_names names = make_names();
-    static constexpr basbdtt::two_input_texts two_input_texts = basbdtt::make_texts(two_inputs);
-    static constexpr basbdtt::short_text negation = basbdtt::make_short_text("!");
-    static constexpr basbdtt::short_text conjunction = basbdtt::make_short_text("");
-    static constexpr basbdtt::short_text disjunction = basbdtt::make_short_text("+ ");
-    static constexpr basbdtt::short_text close = basbdtt::make_short_text(") ");
+    static constexpr std::string_view negation = "!";
+    static constexpr std::string_view conjunction = "";
+    static constexpr std::string_view disjunction = "+ ";
+    static constexpr basbdtt::short_text close{") "};
     static constexpr bool has_exclusive = false;
+    static constexpr std::string_view exclusive = "";
 
     static std::string constant_text(int width, bool one, bool top_level)
     {

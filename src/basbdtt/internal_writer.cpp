@@ -8,29 +8,23 @@ namespace {
 constexpr basbdtt::input_names make_names()
 {
     basbdtt::input_names names{};
-    for (int i = 0; i < BASBDTT_MAX_WIDTH; ++i) {
-        const auto units = static_cast<char>('0' + i % 10);
-        const auto tens = static_cast<char>('0' + i / 10);
-        names[static_cast<std::size_t>(i)] = i < 10 ? basbdtt::short_text{{'B', units}, 2}
-                                                    : basbdtt::short_text{{'B', tens, units}, 3};
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::array<char, 2> digits = {static_cast<char>('0' + i / 10),
+                                            static_cast<char>('0' + i % 10)};
+        const std::string_view number(digits.data(), digits.size());
+        names[i].append("B").append(i < 10 ? number.substr(1) : number);
     }
     return names;
 }
 
-/// The functions of two inputs that are not constant, as they stand in a group.
-constexpr std::array<std::string_view, 16> two_inputs = {
-    "",        "(~B1*~B0)", "(~B1*B0)", "~B1",      "(B1*~B0)", "~B0",      "(B1@B0)", "(~B1+~B0)",
-    "(B1*B0)", "(B1@~B0)",  "B0",       "(~B1+B0)", "B1",       "(~B0+B1)", "(B0+B1)", ""};
-
 struct internal_format {
     static constexpr basbdtt::input_names names = make_names();
-    static constexpr basbdtt::two_input_texts two_input_texts = basbdtt::make_texts(two_inputs);
-    static constexpr basbdtt::short_text negation = basbdtt::make_short_text("~");
-    static constexpr basbdtt::short_text conjunction = basbdtt::make_short_text("*");
-    static constexpr basbdtt::short_text disjunction = basbdtt::make_short_text("+");
-    static constexpr basbdtt::short_text close = basbdtt::make_short_text(")");
+    static constexpr std::string_view negation = "~";
+    static constexpr std::string_view conjunction = "*";
+    static constexpr std::string_view disjunction = "+";
+    static constexpr basbdtt::short_text close{")"};
     static constexpr bool has_exclusive = true;
-    static constexpr basbdtt::short_text exclusive = basbdtt::make_short_text("@");
+    static constexpr std::string_view exclusive = "@";
 
     static std::string constant_text(int /*width*/, bool one, bool top_level)
     {
