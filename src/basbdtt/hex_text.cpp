@@ -45,7 +45,8 @@ BASBDTT_CLONES void write_digits(const std::uint32_t* words, std::size_t count, 
 }
 
 /// The words that as many times eight digits stand for. The low half of a letter is its place in
-/// the alphabet, and only letters have bit 6.
+/// the alphabet, and only letters have bit 6. The product has both digits of a byte in its upper
+/// byte.
 BASBDTT_CLONES void read_digits(const char* text, std::size_t count, std::uint32_t* words)
 {
     const std::size_t size = count * sizeof *words;
@@ -55,19 +56,26 @@ BASBDTT_CLONES void read_digits(const char* text, std::size_t count, std::uint32
         std::memcpy(&digits, text + 2 * i, sizeof digits);
         const auto halves =
             static_cast<std::uint16_t>((digits & 0x0F0FU) + 9U * (digits >> 6U & 0x0101U));
-        bytes[size - 1 - i] = static_cast<std::uint8_t>(halves << 4U | halves >> 8U);
+        const auto product = static_cast<std::uint16_t>(halves * 0x1001U);
+        bytes[size - 1 - i] = static_cast<std::uint8_t>(product >> 8U);
     }
 }
 
 /// Whether all characters are digits.
 BASBDTT_CLONES bool all_digits(const char* text, std::size_t size)
 {
+    constexpr std::uint8_t last_digit = 9;
+    constexpr std::uint8_t last_letter = 5;
     std::uint8_t others = 0;
     for (std::size_t i = 0; i < size; ++i) {
         const auto c = static_cast<std::uint8_t>(text[i]);
         const auto digit = static_cast<std::uint8_t>(c - '0');
         const auto letter = static_cast<std::uint8_t>((c | 0x20U) - 'a');
-        others = static_cast<std::uint8_t>(others | (digit >= 10 && letter >= 6 ? 1 : 0));
+        const auto past_digits =
+            static_cast<std::uint8_t>(std::max(digit, last_digit) - last_digit);
+        const auto past_letters =
+            static_cast<std::uint8_t>(std::max(letter, last_letter) - last_letter);
+        others = static_cast<std::uint8_t>(others | std::min(past_digits, past_letters));
     }
     return others == 0;
 }
