@@ -9,13 +9,15 @@
 /// Virtual slots: destructor, `s_add`, `s_find`, `s_remove`, `del_func`, `comp_func`.
 class UT_API UT_BTR_TREE : public UT_STORE {
 public:
-    /// @param keep_flag  kept in `flag`
+    /// @brief An empty tree.
+    /// @param keep_flag  kept in `flag`; when it is not 0 the derived destructor empties the tree
     explicit UT_BTR_TREE(unsigned char keep_flag);
+    /// Frees the container; no entry, for which see `flush`.
     ~UT_BTR_TREE() override;
 
-    void* s_add(const void* key, void* data) override;
-    void* s_find(const void* key) override;
-    void* s_remove(const void* key) override;
+    void* s_add(const void* key, void* data) override; ///< two comparisons after `s_find` of `key`
+    void* s_find(const void* key) override;            ///< in logarithmic time
+    void* s_remove(const void* key) override;          ///< in logarithmic time
     virtual void del_func(void* entry) = 0; ///< frees one entry, which the tree no longer holds
     /// Negative, zero or positive as `key` orders before, equal to or after `entry`.
     virtual int comp_func(void* key, const char* entry) = 0;
@@ -25,7 +27,7 @@ public:
     /// the hooks are gone in the destructor of the base.
     void flush(void (*each)(void**, void*));
 
-    class STATE;
+    class STATE;        ///< the host's own
     STATE* state;       ///< the container itself
     unsigned char flag; ///< the constructor's argument
 };

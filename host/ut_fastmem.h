@@ -9,16 +9,17 @@
 /// The library makes its pool while it is loaded, before any constructor of the host has run.
 class UT_API UT_FASTMEM {
 public:
+    /// @brief An empty pool, which takes its first chunk with the first block.
     /// @param block_size        bytes in a block
     /// @param blocks_per_chunk  blocks taken from the heap at a time
     UT_FASTMEM(unsigned long block_size, unsigned long blocks_per_chunk);
     UT_FASTMEM(const UT_FASTMEM&) = delete;
     UT_FASTMEM& operator=(const UT_FASTMEM&) = delete;
-    ~UT_FASTMEM();
+    ~UT_FASTMEM(); ///< frees all chunks, whether their blocks came back or not
 
     void* getnewptr();      ///< a fresh block, never null; throws std::bad_alloc
     void free(void* block); ///< takes a block back
 
-    class STATE;
+    class STATE;  ///< the host's own
     STATE* state; ///< the pool itself
 };

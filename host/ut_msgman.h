@@ -10,21 +10,22 @@
 /// slots before it; the library never destroys a manager.
 class UT_API UT_MSGMAN {
 public:
-    /// @cond
-    virtual void unused_0() {}
-    virtual void unused_1() {}
-    virtual void unused_2() {}
-    virtual void unused_3() {}
-    virtual void unused_4() {}
-    virtual void unused_5() {}
-    virtual void unused_6() {}
-    virtual void unused_7() {}
-    virtual void unused_8() {}
-    virtual void unused_9() {}
-    virtual void unused_10() {}
-    virtual void unused_11() {}
-    virtual void unused_12() {}
-    /// @endcond
+    /// @name Slots that the library never calls
+    /// @{
+    virtual void unused_0() {}  ///< unused
+    virtual void unused_1() {}  ///< unused
+    virtual void unused_2() {}  ///< unused
+    virtual void unused_3() {}  ///< unused
+    virtual void unused_4() {}  ///< unused
+    virtual void unused_5() {}  ///< unused
+    virtual void unused_6() {}  ///< unused
+    virtual void unused_7() {}  ///< unused
+    virtual void unused_8() {}  ///< unused
+    virtual void unused_9() {}  ///< unused
+    virtual void unused_10() {} ///< unused
+    virtual void unused_11() {} ///< unused
+    virtual void unused_12() {} ///< unused
+    /// @}
 
     /// @brief One internal-error report; the reporting operation goes on after it.
     /// @param text   always empty

@@ -144,7 +144,8 @@ public:
     bool isvarinleaf(BOOL_VARNAME v);
     /// Whether some leaf is named `v`.
     bool isvarinsuppt(BOOL_VARNAME v);
-    /// @brief Names every leaf of `sig`.
+    /// @brief Names leaves.
+    /// @param sig  each of its leaves is named
     /// @param v  a value above 16 is reported for each such leaf (line 252), which stays as it is
     void setsigvname(TECHMAP_SIG* sig, BOOL_VARNAME v);
     /// The name of the first named leaf of `sig`, left before right; else `BOOL_VAR_NONE`.
@@ -226,6 +227,13 @@ public:
     /// @param cur  where the text begins in it; moved behind the text, which is not terminated
     /// @return `cur`
     char* writesubtree(char*& buf, char*& cur);
+    /// @brief The edge of this tree's function in a manager's BDD; see basbdd.h.
+    ///
+    /// A null `left` is the constant 0, a null `right` is left out. A signal without a variable
+    /// (reported as 4:1 line 563) or an unknown operator (line 586) makes the result null. Each
+    /// shared node is converted once.
+    /// @param mgr    makes the nodes and owns them
+    /// @param remap  null, or the variable to use for each variable of `mgr`
     BDD_NODE* treetobdd(BDD_MANAGER* mgr, unsigned short* remap);
 };
 

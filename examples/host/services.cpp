@@ -63,23 +63,24 @@ void UT_FASTMEM::free(void* block) { state->free_blocks.push_back(block); }
 
 class UT_HASH::STATE {
 public:
-    struct Hash {
+    struct hooked_hash {
         UT_HASH* table;
         std::size_t operator()(const void* key) const { return table->hash_func(key); }
     };
-    struct Equal {
+    struct hooked_equality {
         UT_HASH* table;
         bool operator()(const void* key, void* entry) const
         {
             return table->comp_func(key, entry) == 0;
         }
     };
-    std::unordered_set<void*, Hash, Equal> entries;
+    std::unordered_set<void*, hooked_hash, hooked_equality> entries;
 };
 
 // The size is a hint. Small functions have tables of a few entries, so this host starts small.
 UT_HASH::UT_HASH(unsigned int /*size*/, unsigned char keep_flag)
-    : state(new STATE{decltype(STATE::entries)(0, STATE::Hash{this}, STATE::Equal{this})}),
+    : state(new STATE{
+          decltype(STATE::entries)(0, STATE::hooked_hash{this}, STATE::hooked_equality{this})}),
       flag(keep_flag)
 {
 }
@@ -125,18 +126,19 @@ void UT_HASH::process_and_kill(unsigned char kill, void (*each)(void*))
 
 class UT_BTR_TREE::STATE {
 public:
-    struct Less {
+    struct hooked_order {
         UT_BTR_TREE* tree;
         bool operator()(void* key, void* entry) const
         {
             return tree->comp_func(key, static_cast<const char*>(entry)) < 0;
         }
     };
-    std::set<void*, Less> entries;
+    std::set<void*, hooked_order> entries;
 };
 
 UT_BTR_TREE::UT_BTR_TREE(unsigned char keep_flag)
-    : state(new STATE{std::set<void*, STATE::Less>(STATE::Less{this})}), flag(keep_flag)
+    : state(new STATE{std::set<void*, STATE::hooked_order>(STATE::hooked_order{this})}),
+      flag(keep_flag)
 {
 }
 
@@ -212,8 +214,8 @@ void UT_MSGMAN::report(const char* /*text*/, const char* app, char* id, int line
 
 namespace {
 
-class MessageManager final : public UT_MSGMAN {};
-MessageManager manager;
+class message_manager final : public UT_MSGMAN {};
+message_manager manager;
 char app_name[] = "host example";
 
 } // namespace

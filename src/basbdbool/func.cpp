@@ -6,8 +6,13 @@
 #include "simplify.h"
 #include "tree_path.h"
 
+#include <cstddef>
 #include <memory>
 #include <utility>
+
+static_assert(sizeof(BOOL_FUNC) == 16 && offsetof(BOOL_FUNC, nsuppt) == 0 &&
+                  offsetof(BOOL_FUNC, rootcompl) == 2 && offsetof(BOOL_FUNC, root) == 8,
+              "hosts rely on the layout of a function");
 
 namespace {
 

@@ -9,6 +9,11 @@
 #include <cstddef>
 #include <memory>
 
+static_assert(sizeof(BDD_FUNC) == 32 && offsetof(BDD_FUNC, nsuppt) == 0 &&
+                  offsetof(BDD_FUNC, nvars) == 2 && offsetof(BDD_FUNC, suppt) == 8 &&
+                  offsetof(BDD_FUNC, mgr) == 16 && offsetof(BDD_FUNC, bdd) == 24,
+              "hosts rely on the layout of a function");
+
 namespace {
 
 std::unique_ptr<unsigned short[]> new_support_list(unsigned capacity)

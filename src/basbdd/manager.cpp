@@ -2,7 +2,12 @@
 #include "constants.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
+
+static_assert(sizeof(BDD_MANAGER) == 24 && offsetof(BDD_MANAGER, nvars) == 0 &&
+                  offsetof(BDD_MANAGER, varsigs) == 8 && offsetof(BDD_MANAGER, table) == 16,
+              "hosts rely on the layout of a manager");
 
 namespace {
 

@@ -2,6 +2,10 @@
 
 #include "node_order.h"
 
+static_assert(sizeof(BDD_HASH) == sizeof(UT_HASH) && sizeof(UT_HASH) == 24 &&
+                  sizeof(BDD_TREE) == sizeof(UT_BTR_TREE) && sizeof(UT_BTR_TREE) == 24,
+              "the library and its host share the layout of the containers");
+
 namespace {
 
 /// What the host is told to expect; a host that fixes the number of its buckets wants a prime.

@@ -1,6 +1,13 @@
 #include "basbddtable.h"
 
+#include <cstddef>
 #include <memory>
+
+static_assert(sizeof(BDD_NODE) == 24 && offsetof(BDD_NODE, varid) == 0 &&
+                  offsetof(BDD_NODE, high) == 8 && offsetof(BDD_NODE, low) == 16 &&
+                  sizeof(BDD_TABLE) == 16 && offsetof(BDD_TABLE, store) == 0 &&
+                  offsetof(BDD_TABLE, method) == 8,
+              "hosts rely on the layout of a node and its table");
 
 BDD_NODE::BDD_NODE() : BDD_NODE(0, nullptr, nullptr) {}
 
