@@ -1,9 +1,16 @@
 /// @file
 /// @brief The BDD engine against BuDDy: same circuits, same variable order, no reordering.
 ///
-/// BuDDy runs through its C interface with tables large enough that it never collects garbage, so
-/// no reference counts are kept. Builds and cells include set-up and tear-down of the manager;
-/// cofactors and composes are timed alone.
+/// BuDDy is set up as its manual advises a user who does not know the number of nodes beforehand:
+/// bdd_init(100000, 10000) for the circuits and for the one manager of all cells, the manual's
+/// medium size, and bdd_init(1000, 100) for a manager per cell, its smallest. Growing and garbage
+/// collection stay as they are by default, so functions are held by the class `bdd`, which counts
+/// references. The operation under test is the if-then-else, so the partner of the builds is
+/// `bdd_ite`; rows with "apply" set the same builds against BuDDy's operators of two operands.
+///
+/// Cells and builds are timed from before the manager is made until after it is destroyed, for
+/// that is what the user of a function waits for; rows with "work alone" leave both out. Cofactors
+/// and composes are timed alone. The model counts of all contenders are compared before the timing.
 #include "basbdd.h"
 #include "harness.h"
 
@@ -15,11 +22,6 @@
 #include <memory>
 #include <random>
 #include <stdexcept>
-
-// The header renames these to forms that count references in objects.
-#undef bdd_init
-#undef bdd_ithvar
-#undef bdd_nithvar
 
 /// The library never looks inside a signal.
 class TECHMAP_SIG {
@@ -44,13 +46,21 @@ BDD_NODE* node_of(BDD_NODE* e)
     return reinterpret_cast<BDD_NODE*>(reinterpret_cast<std::uintptr_t>(e) & ~std::uintptr_t{1});
 }
 
+/// The arguments of bdd_init.
+struct SIZES {
+    int nodes;
+    int cache;
+};
+constexpr SIZES small_sizes = {1000, 100};
+constexpr SIZES medium_sizes = {100000, 10000};
+
 /// @brief basbd with one of its stores.
 template <int METHOD>
 class BASBD {
 public:
     using EDGE = BDD_NODE*;
 
-    BASBD(unsigned variables, int /*nodes*/, int /*cache*/) : count_(variables)
+    explicit BASBD(unsigned variables, SIZES /*of BuDDy's tables*/ = {}) : count_(variables)
     {
         TECHMAP_SIG* order[max_variables];
         for (unsigned i = 0; i < variables; ++i) {
@@ -104,36 +114,51 @@ private:
     EDGE variables_[max_variables];
 };
 
+/// How BuDDy is asked for AND, OR and XOR.
+enum class CALLS { ITE, APPLY };
+
 /// @brief BuDDy behind the same operations.
+template <CALLS USED = CALLS::ITE>
 class BUDDY {
 public:
-    using EDGE = BDD;
+    using EDGE = bdd;
 
-    BUDDY(unsigned variables, int nodes, int cache)
+    BUDDY(unsigned variables, SIZES sizes)
     {
-        bdd_init(nodes, cache);
+        bdd_init(sizes.nodes, sizes.cache);
         bdd_setvarnum(static_cast<int>(variables));
-        bdd_disable_reorder();
-        bdd_gbc_hook([](int, bddGbcStat*) { check(false, "BuDDy collects garbage"); });
+        bdd_gbc_hook(nullptr); // the default one prints
     }
     BUDDY(const BUDDY&) = delete;
     BUDDY& operator=(const BUDDY&) = delete;
     ~BUDDY() { bdd_done(); }
 
-    EDGE constant(bool value) { return value ? 1 : 0; }
+    EDGE constant(bool value) { return value ? bdd_true() : bdd_false(); }
     EDGE variable(unsigned i) { return bdd_ithvar(static_cast<int>(i)); }
-    EDGE negate(EDGE f) { return bdd_not(f); }
-    EDGE conjunction(EDGE f, EDGE g) { return bdd_apply(f, g, bddop_and); }
-    EDGE disjunction(EDGE f, EDGE g) { return bdd_apply(f, g, bddop_or); }
-    EDGE parity(EDGE f, EDGE g) { return bdd_apply(f, g, bddop_xor); }
-    EDGE choice(EDGE f, EDGE g, EDGE h) { return bdd_ite(f, g, h); }
-    EDGE cofactor(EDGE f, unsigned i, bool value)
+    EDGE negate(const EDGE& f) { return bdd_not(f); }
+    EDGE conjunction(const EDGE& f, const EDGE& g)
+    {
+        return USED == CALLS::ITE ? bdd_ite(f, g, bdd_false()) : bdd_and(f, g);
+    }
+    EDGE disjunction(const EDGE& f, const EDGE& g)
+    {
+        return USED == CALLS::ITE ? bdd_ite(f, bdd_true(), g) : bdd_or(f, g);
+    }
+    EDGE parity(const EDGE& f, const EDGE& g)
+    {
+        return USED == CALLS::ITE ? bdd_ite(f, bdd_not(g), g) : bdd_xor(f, g);
+    }
+    EDGE choice(const EDGE& f, const EDGE& g, const EDGE& h) { return bdd_ite(f, g, h); }
+    EDGE cofactor(const EDGE& f, unsigned i, bool value)
     {
         const int var = static_cast<int>(i);
         return bdd_restrict(f, value ? bdd_ithvar(var) : bdd_nithvar(var));
     }
-    EDGE compose(EDGE f, unsigned i, EDGE g) { return bdd_compose(f, g, static_cast<int>(i)); }
-    double models(EDGE f) { return bdd_satcount(f); }
+    EDGE compose(const EDGE& f, unsigned i, const EDGE& g)
+    {
+        return bdd_compose(f, g, static_cast<int>(i));
+    }
+    double models(const EDGE& f) { return bdd_satcount(f); }
 };
 
 template <typename ENGINE>
@@ -297,7 +322,7 @@ struct cofactors {
     template <typename ENGINE>
     static void run(ENGINE& e, const EDGES<ENGINE>& outputs)
     {
-        for (const auto output : outputs) {
+        for (const auto& output : outputs) {
             for (unsigned i = 0; i < CIRCUIT::variables; ++i) {
                 bench::keep(e.cofactor(output, i, false));
                 bench::keep(e.cofactor(output, i, true));
@@ -313,7 +338,7 @@ struct composes {
     static void run(ENGINE& e, const EDGES<ENGINE>& outputs)
     {
         constexpr unsigned n = CIRCUIT::variables;
-        for (const auto output : outputs) {
+        for (const auto& output : outputs) {
             for (unsigned i = 0; i < n; i += 4) {
                 const auto g = e.parity(e.variable((i + n - 1) % n), e.variable((i + 1) % n));
                 bench::keep(e.compose(output, i, g));
@@ -324,16 +349,6 @@ struct composes {
 
 // ---- timing
 
-constexpr int plenty_of_nodes = 1 << 22;
-
-/// BuDDy's tables for a job that makes so many nodes: room for twice as many, so that nothing is
-/// collected and the table is no larger than needed, and caches of a quarter of that.
-struct SIZES {
-    int nodes;
-    int cache;
-};
-SIZES sizes_for(int nodes_made) { return {2 * nodes_made, nodes_made / 2}; }
-
 enum class TIMED {
     WHOLE_LIFE, ///< making the manager, the work and the destruction
     WORK        ///< the work alone
@@ -341,14 +356,14 @@ enum class TIMED {
 
 /// Seconds of `work(engine, prepare(engine))` on a fresh engine.
 template <typename ENGINE, typename PREPARE, typename WORK>
-double sample(TIMED timed, unsigned variables, SIZES sizes, PREPARE prepare, WORK work)
+double sample(TIMED timed, unsigned variables, PREPARE prepare, WORK work)
 {
     double seconds = 0;
     int runs = 0;
     for (; seconds < 2e-3; ++runs) {
         double start = bench::cpu_seconds();
         {
-            ENGINE engine(variables, sizes.nodes, sizes.cache);
+            ENGINE engine(variables, medium_sizes);
             auto input = prepare(engine);
             if (timed == TIMED::WORK) {
                 start = bench::cpu_seconds();
@@ -365,77 +380,80 @@ double sample(TIMED timed, unsigned variables, SIZES sizes, PREPARE prepare, WOR
     return seconds / runs;
 }
 
+template <typename ENGINE>
+struct CONTENDER {
+    using TYPE = ENGINE;
+};
+
+/// The ratios of all circuits, one for each.
 struct RATIOS {
-    std::vector<double> hash;         ///< hash store / BuDDy
+    std::vector<double> ite;          ///< hash store / BuDDy by bdd_ite
+    std::vector<double> apply;        ///< hash store / BuDDy by bdd_and, bdd_or, bdd_xor
     std::vector<double> tree_by_hash; ///< tree store / hash store
 };
 
 template <typename PREPARE, typename WORK>
-void compare(TIMED timed, const char* name, unsigned variables, PREPARE prepare, WORK work,
+void compare(TIMED timed, const std::string& name, unsigned variables, PREPARE prepare, WORK work,
              RATIOS& ratios)
 {
-    std::vector<double> hash;
-    std::vector<double> tree;
-    double last[2] = {};
-    const SIZES sizes = [&] {
-        BUDDY buddy(variables, plenty_of_nodes, plenty_of_nodes / 4);
-        auto input = prepare(buddy);
-        work(buddy, input);
-        return sizes_for(bdd_getnodenum());
-    }();
+    const auto seconds = [&](auto contender) {
+        return sample<typename decltype(contender)::TYPE>(timed, variables, prepare, work);
+    };
+    RATIOS rounds;
+    double hash = 0;
+    double ite = 0;
     for (int round = 0; round < 5; ++round) {
-        const double ours = sample<BASBD<BDD_STORE_HASH>>(timed, variables, sizes, prepare, work);
-        const double theirs = sample<BUDDY>(timed, variables, sizes, prepare, work);
-        hash.push_back(ours / theirs);
-        tree.push_back(sample<BASBD<BDD_STORE_TREE>>(timed, variables, sizes, prepare, work) /
-                       ours);
-        last[0] = ours;
-        last[1] = theirs;
+        hash = seconds(CONTENDER<BASBD<BDD_STORE_HASH>>());
+        ite = seconds(CONTENDER<BUDDY<CALLS::ITE>>());
+        rounds.ite.push_back(hash / ite);
+        rounds.apply.push_back(hash / seconds(CONTENDER<BUDDY<CALLS::APPLY>>()));
+        rounds.tree_by_hash.push_back(seconds(CONTENDER<BASBD<BDD_STORE_TREE>>()) / hash);
     }
-    ratios.hash.push_back(bench::median(hash));
-    ratios.tree_by_hash.push_back(bench::median(tree));
-    std::printf("  %-34s %9.1f us  BuDDy %9.1f us  ratio %5.2f  tree/hash %5.2f\n", name,
-                1e6 * last[0], 1e6 * last[1], ratios.hash.back(), ratios.tree_by_hash.back());
+    ratios.ite.push_back(bench::median(rounds.ite));
+    ratios.apply.push_back(bench::median(rounds.apply));
+    ratios.tree_by_hash.push_back(bench::median(rounds.tree_by_hash));
+    std::printf("  %-36s %9.1f us  BuDDy %9.1f us  ratio %5.2f  apply %5.2f  tree/hash %5.2f\n",
+                name.c_str(), 1e6 * hash, 1e6 * ite, ratios.ite.back(), ratios.apply.back(),
+                ratios.tree_by_hash.back());
     std::fflush(stdout);
 }
 
 struct SECTIONS {
     RATIOS builds;
+    RATIOS builds_alone;
     RATIOS cofactors;
     RATIOS composes;
 };
 
-template <typename CIRCUIT>
-void check_models()
+template <typename CIRCUIT, typename ENGINE>
+std::vector<double> models()
 {
-    BASBD<BDD_STORE_HASH> hash(CIRCUIT::variables, 0, 0);
-    BASBD<BDD_STORE_TREE> tree(CIRCUIT::variables, 0, 0);
-    BUDDY buddy(CIRCUIT::variables, plenty_of_nodes, plenty_of_nodes / 4);
-    const auto a = CIRCUIT::build(hash);
-    const auto b = CIRCUIT::build(tree);
-    const auto c = CIRCUIT::build(buddy);
-    check(a.size() == c.size() && b.size() == c.size(), "unequal outputs");
-    for (std::size_t i = 0; i < c.size(); ++i) {
-        const double models = buddy.models(c[i]);
-        check(hash.models(a[i]) == models && tree.models(b[i]) == models, "unequal models");
+    ENGINE engine(CIRCUIT::variables, medium_sizes);
+    std::vector<double> counts;
+    for (const auto& output : CIRCUIT::build(engine)) {
+        counts.push_back(engine.models(output));
     }
+    return counts;
 }
 
 template <typename CIRCUIT>
-void measure(const char* name, SECTIONS& sections)
+void measure(const std::string& name, SECTIONS& sections)
 {
-    check_models<CIRCUIT>();
+    const auto counts = models<CIRCUIT, BUDDY<CALLS::ITE>>();
+    check(models<CIRCUIT, BUDDY<CALLS::APPLY>>() == counts, "unequal models");
+    check(models<CIRCUIT, BASBD<BDD_STORE_HASH>>() == counts, "unequal models");
+    check(models<CIRCUIT, BASBD<BDD_STORE_TREE>>() == counts, "unequal models");
+
+    constexpr unsigned n = CIRCUIT::variables;
+    const auto nothing = [](auto&) { return 0; };
     const auto build = [](auto& e) { return CIRCUIT::build(e); };
-    const std::string text = name;
-    compare(
-        TIMED::WHOLE_LIFE, (text + ", build").c_str(), CIRCUIT::variables, [](auto&) { return 0; },
-        [](auto& e, int) { bench::keep(CIRCUIT::build(e)); }, sections.builds);
-    compare(
-        TIMED::WORK, (text + ", cofactors").c_str(), CIRCUIT::variables, build,
-        [](auto& e, auto& outputs) { cofactors<CIRCUIT>::run(e, outputs); }, sections.cofactors);
-    compare(
-        TIMED::WORK, (text + ", composes").c_str(), CIRCUIT::variables, build,
-        [](auto& e, auto& outputs) { composes<CIRCUIT>::run(e, outputs); }, sections.composes);
+    const auto build_only = [](auto& e, int) { bench::keep(CIRCUIT::build(e)); };
+    const auto take_cofactors = [](auto& e, auto& f) { cofactors<CIRCUIT>::run(e, f); };
+    const auto compose = [](auto& e, auto& f) { composes<CIRCUIT>::run(e, f); };
+    compare(TIMED::WHOLE_LIFE, name + ", build", n, nothing, build_only, sections.builds);
+    compare(TIMED::WORK, name + ", build alone", n, nothing, build_only, sections.builds_alone);
+    compare(TIMED::WORK, name + ", cofactors", n, build, take_cofactors, sections.cofactors);
+    compare(TIMED::WORK, name + ", composes", n, build, compose, sections.composes);
 }
 
 // ---- cells
@@ -449,13 +467,14 @@ struct CELL {
         unsigned right;
         bool complemented;
     };
+    static constexpr unsigned max_values = 23; // of 8 inputs and 15 steps between 16 leaves
     unsigned inputs;
     std::vector<STEP> steps;
 
     template <typename ENGINE>
     typename ENGINE::EDGE build(ENGINE& e) const
     {
-        typename ENGINE::EDGE values[64];
+        typename ENGINE::EDGE values[max_values];
         for (unsigned i = 0; i < inputs; ++i) {
             values[i] = e.variable(i);
         }
@@ -480,6 +499,12 @@ struct CELL {
         }
     }
 };
+
+/// A row for comparison, which has no goal.
+void print_extra(const char* name, const std::vector<double>& ratios)
+{
+    std::printf("%-44s %8.2f\n", name, bench::geometric_mean(ratios));
+}
 
 std::vector<CELL> random_cells(unsigned count)
 {
@@ -509,7 +534,7 @@ template <typename ENGINE>
 void one_manager_each(const std::vector<CELL>& cells)
 {
     for (const CELL& cell : cells) {
-        ENGINE engine(cell.inputs, 1000, 100); // BuDDy's advice for small examples
+        ENGINE engine(cell.inputs, small_sizes);
         cell.build_and_take_cofactors(engine);
     }
 }
@@ -517,7 +542,7 @@ void one_manager_each(const std::vector<CELL>& cells)
 template <typename ENGINE>
 void one_manager_for_all(const std::vector<CELL>& cells)
 {
-    ENGINE engine(8, 100000, 10000);
+    ENGINE engine(8, medium_sizes);
     for (const CELL& cell : cells) {
         cell.build_and_take_cofactors(engine);
     }
@@ -527,36 +552,34 @@ void measure_cells()
 {
     using HASH = BASBD<BDD_STORE_HASH>;
     using TREE = BASBD<BDD_STORE_TREE>;
+    using ITE = BUDDY<CALLS::ITE>;
+    using APPLY = BUDDY<CALLS::APPLY>;
     const auto cells = random_cells(4000);
     for (const CELL& cell : cells) {
-        HASH hash(cell.inputs, 0, 0);
-        BUDDY buddy(cell.inputs, 1000, 100);
+        HASH hash(cell.inputs);
+        ITE buddy(cell.inputs, small_sizes);
         check(hash.models(cell.build(hash)) == buddy.models(cell.build(buddy)), "unequal cells");
     }
-    const auto each = [&](auto contender, double goal, const char* name) {
-        using ENGINE = typename decltype(contender)::type;
-        bench::print_row(name,
-                         {bench::ratio([&] { one_manager_each<ENGINE>(cells); },
-                                       [&] { one_manager_each<BUDDY>(cells); }, 9)},
-                         goal);
+    const auto each = [&](auto ours, auto theirs) {
+        return std::vector<double>{
+            bench::ratio([&] { one_manager_each<typename decltype(ours)::TYPE>(cells); },
+                         [&] { one_manager_each<typename decltype(theirs)::TYPE>(cells); }, 9)};
     };
-    const auto all = [&](auto contender, double goal, const char* name) {
-        using ENGINE = typename decltype(contender)::type;
-        bench::print_row(name,
-                         {bench::ratio([&] { one_manager_for_all<ENGINE>(cells); },
-                                       [&] { one_manager_for_all<BUDDY>(cells); }, 9)},
-                         goal);
+    const auto all = [&](auto ours, auto theirs) {
+        return std::vector<double>{
+            bench::ratio([&] { one_manager_for_all<typename decltype(ours)::TYPE>(cells); },
+                         [&] { one_manager_for_all<typename decltype(theirs)::TYPE>(cells); }, 9)};
     };
-    struct hash_store {
-        using type = HASH;
-    };
-    struct tree_store {
-        using type = TREE;
-    };
-    each(hash_store(), 0.25, "cells, a manager each, hash / BuDDy");
-    each(tree_store(), 0.5, "cells, a manager each, tree / BuDDy");
-    all(hash_store(), 0.65, "cells, one manager, hash / BuDDy");
-    all(tree_store(), 1.3, "cells, one manager, tree / BuDDy");
+    const CONTENDER<HASH> hash;
+    const CONTENDER<TREE> tree;
+    const CONTENDER<ITE> ite;
+    const CONTENDER<APPLY> apply;
+    bench::print_row("cells, a manager each, hash / BuDDy", each(hash, ite), 0.25);
+    bench::print_row("cells, a manager each, tree / BuDDy", each(tree, ite), 0.5);
+    bench::print_row("cells, one manager, hash / BuDDy", all(hash, ite), 0.65);
+    bench::print_row("cells, one manager, tree / BuDDy", all(tree, ite), 1.3);
+    print_extra("cells, a manager each, hash / BuDDy, apply", each(hash, apply));
+    print_extra("cells, one manager, hash / BuDDy, apply", all(hash, apply));
 }
 
 /// Bytes of the heap for each node of a table of 100,000: record and container entry.
@@ -568,7 +591,7 @@ double bytes_per_node()
         return static_cast<double>(info.uordblks + info.hblkhd);
     };
     const double before = used();
-    BASBD<METHOD> engine(max_variables, 0, 0);
+    BASBD<METHOD> engine(max_variables);
     for (unsigned short var = 0; var < 25; ++var) {
         for (unsigned i = 0; i < 40; ++i) {
             for (unsigned j = 0; j < 100; ++j) {
@@ -596,11 +619,14 @@ int main()
     measure<symmetric20>("symmetric 20", sections);
     measure<hidden_weighted_bit16>("hidden weighted bit 16", sections);
     measure<random_sums30>("random sums 30", sections);
-    bench::print_row("builds, hash / BuDDy", sections.builds.hash, 1.0);
-    bench::print_row("cofactors, hash / BuDDy", sections.cofactors.hash, 0.8);
-    bench::print_row("composes, hash / BuDDy", sections.composes.hash, 0.9);
+    bench::print_row("builds, hash / BuDDy", sections.builds.ite, 1.0);
+    bench::print_row("cofactors, hash / BuDDy", sections.cofactors.ite, 0.8);
+    bench::print_row("composes, hash / BuDDy", sections.composes.ite, 0.9);
     bench::print_row("builds, tree / hash", sections.builds.tree_by_hash, 2.0);
     bench::print_row("cofactors, tree / hash", sections.cofactors.tree_by_hash, 2.0);
     bench::print_row("composes, tree / hash", sections.composes.tree_by_hash, 2.0);
+    print_extra("builds, hash / BuDDy, apply", sections.builds.apply);
+    print_extra("builds, hash / BuDDy, work alone", sections.builds_alone.ite);
+    print_extra("builds, hash / BuDDy, apply, work alone", sections.builds_alone.apply);
     return 0;
 }

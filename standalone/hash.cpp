@@ -1,182 +1,99 @@
 #include "ut_hash.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <memory>
-#include <utility>
+#include <boost/container/static_vector.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
 
-/// @brief Open addressing with linear probing, at most three quarters full.
-///
-/// The hashes lie apart from the entries, 16 to a cache line: most keys that differ are told apart
-/// without a look at the entry, and growing asks no hook. A place takes 12 bytes. The first places
-/// are in the object, so a small table takes nothing more from the heap.
+#include <algorithm>
+#include <cstdint>
+
+namespace {
+
+/// An entry with its hash: growing asks no hook, and most keys that differ are told apart without.
+struct hashed_entry {
+    void* entry;
+    std::uint32_t hash;
+};
+
+/// As it does not claim to be a good hash, the container mixes what it returns.
+struct kept_hash {
+    std::size_t operator()(const hashed_entry& slot) const { return slot.hash; }
+};
+
+struct equality {
+    UT_HASH* table;
+    bool operator()(const hashed_entry& key, const hashed_entry& slot) const
+    {
+        return key.hash == slot.hash && table->comp_func(key.entry, slot.entry) == 0;
+    }
+};
+
+} // namespace
+
+/// The first few entries stand in the table itself; beyond them all are in a flat hash set.
 class UT_HASH::STATE {
 public:
-    explicit STATE(UT_HASH* owner) : table(owner) {}
-    STATE(const STATE&) = delete;
-    STATE& operator=(const STATE&) = delete;
-    ~STATE() = default;
+    static constexpr std::size_t few_capacity = 16;
 
-    void* find(const void* key)
+    explicit STATE(UT_HASH* owner) : table(owner), many(0, kept_hash{}, equality{owner}) {}
+
+    [[nodiscard]] hashed_entry slot_of(const void* key) const
     {
-        const std::uint32_t hash = hash_of(key);
-        missed_hash = hash;
-        std::size_t at = home(hash);
-        for (; hashes[at] != 0; at = next(at)) {
-            if (hashes[at] == hash) {
-                missed_hash = 0;
-                if (table->comp_func(key, entries[at]) == 0) {
-                    return entries[at];
-                }
-            }
-        }
-        missed_at = at;
-        return nullptr;
+        return {const_cast<void*>(key), table->hash_func(key)};
     }
 
-    /// An addition mostly follows a search for an equal key, which has found the free place.
-    void* add(void* key)
+    [[nodiscard]] const hashed_entry* find(const hashed_entry& key) const
     {
-        const std::uint32_t hash = hash_of(key);
-        std::size_t at = hash == missed_hash ? missed_at : place_of(key, hash);
-        if (hashes[at] != 0) {
-            return entries[at];
+        if (many.empty()) {
+            const auto equal = [&](const hashed_entry& slot) { return equality{table}(key, slot); };
+            const auto found = std::find_if(few.begin(), few.end(), equal);
+            return found == few.end() ? nullptr : &*found;
         }
-        if (4 * (count + 1) > 3 * size()) {
-            grow();
-            at = free_place(hash);
-        }
-        missed_hash = 0;
-        hashes[at] = hash;
-        entries[at] = key;
-        ++count;
-        return key;
+        const auto found = many.find(key);
+        return found == many.end() ? nullptr : &*found;
     }
 
-    void* remove(const void* key)
+    void add(const hashed_entry& slot)
     {
-        std::size_t hole = place_of(key, hash_of(key));
-        if (hashes[hole] == 0) {
-            return nullptr;
+        if (many.empty() && few.size() < few_capacity) {
+            few.push_back(slot);
+            return;
         }
-        void* const entry = entries[hole];
-        // Whatever stands behind the hole and may stand in it moves up.
-        for (std::size_t at = next(hole); hashes[at] != 0; at = next(at)) {
-            if (((at - home(hashes[at])) & mask) >= ((at - hole) & mask)) {
-                hashes[hole] = hashes[at];
-                entries[hole] = entries[at];
-                hole = at;
-            }
+        if (!few.empty()) {
+            many.reserve(2 * few_capacity); // all that can fail comes first
+            many.insert(few.begin(), few.end());
+            few.clear();
         }
-        hashes[hole] = 0;
-        missed_hash = 0;
-        --count;
-        return entry;
+        many.insert(slot);
+    }
+
+    void remove(const hashed_entry& slot)
+    {
+        if (many.empty()) {
+            few.erase(few.begin() + (&slot - few.data()));
+        } else {
+            many.erase(slot);
+        }
     }
 
     /// Empties the table and then visits what was in it, so that a hook finds no freed entry.
     template <typename Visit>
     void drain(const Visit& visit)
     {
-        STATE taken(table);
-        taken.take(*this);
-        for (std::size_t at = 0; at < taken.size(); ++at) {
-            if (taken.hashes[at] != 0) {
-                visit(taken.entries[at]);
-            }
-        }
+        flat_set taken(0, kept_hash{}, equality{table});
+        taken.swap(many);
+        const few_places taken_few = few;
+        few.clear();
+        std::for_each(taken_few.begin(), taken_few.end(), visit);
+        std::for_each(taken.begin(), taken.end(), visit);
     }
 
 private:
-    static constexpr unsigned first_bits = 5;
-    static constexpr std::size_t first_size = std::size_t{1} << first_bits;
-
-    /// The hook's hash, spread over all bits; 0 is kept for free places.
-    std::uint32_t hash_of(const void* key) const
-    {
-        const std::uint32_t spread = table->hash_func(key) * 0x9E3779B1U;
-        return (spread ^ spread >> 15) * 0x85EBCA77U | 1U;
-    }
-
-    std::size_t size() const { return mask + 1; }
-    std::size_t home(std::uint32_t hash) const { return hash >> shift; }
-    std::size_t next(std::size_t at) const { return (at + 1) & mask; }
-
-    /// Where the entry equal to `key` stands, or the free place where it belongs.
-    std::size_t place_of(const void* key, std::uint32_t hash) const
-    {
-        std::size_t at = home(hash);
-        while (hashes[at] != 0 && (hashes[at] != hash || table->comp_func(key, entries[at]) != 0)) {
-            at = next(at);
-        }
-        return at;
-    }
-
-    std::size_t free_place(std::uint32_t hash) const
-    {
-        std::size_t at = home(hash);
-        while (hashes[at] != 0) {
-            at = next(at);
-        }
-        return at;
-    }
-
-    void grow()
-    {
-        std::unique_ptr<std::uint32_t[]> more_hashes(new std::uint32_t[2 * size()]());
-        std::unique_ptr<void*[]> more_entries(new void*[2 * size()]);
-        const std::uint32_t* const old_hashes = hashes;
-        void* const* const old_entries = entries;
-        const std::size_t old_size = size();
-        hashes = more_hashes.get();
-        entries = more_entries.get();
-        mask = 2 * old_size - 1;
-        --shift;
-        for (std::size_t i = 0; i < old_size; ++i) {
-            if (old_hashes[i] != 0) {
-                const std::size_t at = free_place(old_hashes[i]);
-                hashes[at] = old_hashes[i];
-                entries[at] = old_entries[i];
-            }
-        }
-        heap_hashes = std::move(more_hashes);
-        heap_entries = std::move(more_entries);
-    }
-
-    /// Takes all entries of `other`, which becomes as new. This one is new.
-    void take(STATE& other)
-    {
-        if (other.heap_hashes == nullptr) {
-            std::copy_n(other.first_hashes, first_size, first_hashes);
-            std::copy_n(other.first_entries, first_size, first_entries);
-        } else {
-            heap_hashes = std::move(other.heap_hashes);
-            heap_entries = std::move(other.heap_entries);
-            hashes = heap_hashes.get();
-            entries = heap_entries.get();
-            mask = std::exchange(other.mask, first_size - 1);
-            shift = std::exchange(other.shift, 32 - first_bits);
-            other.hashes = other.first_hashes;
-            other.entries = other.first_entries;
-        }
-        std::fill_n(other.first_hashes, first_size, 0U);
-        other.count = 0;
-        other.missed_hash = 0;
-    }
+    using few_places = boost::container::static_vector<hashed_entry, few_capacity>;
+    using flat_set = boost::unordered_flat_set<hashed_entry, kept_hash, equality>;
 
     UT_HASH* table;
-    std::size_t count = 0;
-    std::size_t mask = first_size - 1;
-    unsigned shift = 32 - first_bits;
-    std::uint32_t missed_hash = 0;        ///< of the last key sought, if no entry has it; else 0
-    std::size_t missed_at = 0;            ///< the free place where that key belongs
-    std::uint32_t* hashes = first_hashes; ///< 0: the place is free
-    void** entries = first_entries;
-    std::unique_ptr<std::uint32_t[]> heap_hashes;
-    std::unique_ptr<void*[]> heap_entries;
-    std::uint32_t first_hashes[first_size] = {};
-    void* first_entries[first_size] = {};
+    few_places few;
+    flat_set many; ///< empty as long as the few places suffice
 };
 
 UT_HASH::UT_HASH(unsigned int /*size*/, unsigned char keep_flag)
@@ -186,20 +103,41 @@ UT_HASH::UT_HASH(unsigned int /*size*/, unsigned char keep_flag)
 
 UT_HASH::~UT_HASH() { delete state; }
 
-void* UT_HASH::s_add(const void* key, void* /*data*/) { return state->add(const_cast<void*>(key)); }
+void* UT_HASH::s_add(const void* key, void* /*data*/)
+{
+    const hashed_entry slot = state->slot_of(key);
+    if (const hashed_entry* found = state->find(slot)) {
+        return found->entry;
+    }
+    state->add(slot);
+    return slot.entry;
+}
 
-void* UT_HASH::s_find(const void* key) { return state->find(key); }
+void* UT_HASH::s_find(const void* key)
+{
+    const hashed_entry* found = state->find(state->slot_of(key));
+    return found == nullptr ? nullptr : found->entry;
+}
 
-void* UT_HASH::s_remove(const void* key) { return state->remove(key); }
+void* UT_HASH::s_remove(const void* key)
+{
+    const hashed_entry* found = state->find(state->slot_of(key));
+    if (found == nullptr) {
+        return nullptr;
+    }
+    void* entry = found->entry;
+    state->remove(*found);
+    return entry;
+}
 
 void UT_HASH::process_and_kill(unsigned char kill, void (*each)(void*))
 {
-    state->drain([&](void* entry) {
+    state->drain([&](const hashed_entry& slot) {
         if (each != nullptr) {
-            each(entry);
+            each(slot.entry);
         }
         if (kill != 0) {
-            del_func(entry);
+            del_func(slot.entry);
         }
     });
 }

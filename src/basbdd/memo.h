@@ -25,22 +25,34 @@ class BDD_NODE;
 
 /// @brief An exact map from subproblems to edges, by open addressing with linear probing.
 ///
+/// A search mostly fails. The tags, which lie apart from the entries, 16 to a cache line, tell so
+/// without a look at an entry:
+/// ```
+///     tag     31 ............ 8   7 ........ 0
+///             [ number of call ] [ of the hash ]      the place is free for every other call
+/// ```
 /// A memo of the same kind that another one makes useless, because the host calls the library from
 /// within a report, loses entries and nothing else.
 /// @tparam KEY  has `operator==` and `std::uint64_t hash() const`, whose upper bits are good
 template <typename KEY>
 class MEMO {
 public:
-    MEMO() : call_(next_call()), entries_(kept), mask_(first_size - 1), shift_(64 - first_bits) {}
+    MEMO() : call_(next_call()), tags_(kept_tags), entries_(kept_entries) {}
     MEMO(const MEMO&) = delete;
     MEMO& operator=(const MEMO&) = delete;
     ~MEMO() = default;
 
     /// @brief The result of a subproblem, null if it is not known.
-    BDD_NODE* find(const KEY& key)
+    BDD_NODE* find(const KEY& key) const
     {
-        const ENTRY& entry = slot_of(key);
-        return entry.call == call_ ? entry.result : nullptr;
+        const std::uint64_t hash = key.hash();
+        const std::uint32_t tag = tag_of(hash);
+        for (std::size_t at = hash >> shift_; is_taken(at); at = next(at)) {
+            if (tags_[at] == tag && entries_[at].key == key) {
+                return entries_[at].result;
+            }
+        }
+        return nullptr;
     }
 
     /// @brief Keeps the result of a subproblem that `find` did not know.
@@ -49,70 +61,92 @@ public:
         if (2 * ++used_ > mask_) {
             grow();
         }
-        slot_of(key) = ENTRY{key, result, call_};
+        insert({key, result});
     }
 
 private:
     struct ENTRY {
         KEY key;
         BDD_NODE* result;
-        std::uint32_t call; ///< the entry is free for every other call
     };
 
-    static constexpr unsigned first_bits = 8;
+    static constexpr unsigned hash_bits_in_tag = 8;
+    static constexpr std::uint32_t one_call = std::uint32_t{1} << hash_bits_in_tag;
+    static constexpr unsigned first_bits = 6;
     static constexpr unsigned growth_bits = 2; ///< the next table has four times the entries
     static constexpr std::size_t first_size = std::size_t{1} << first_bits;
-    /// The tables of 256, 1,024 and 4,096 entries stand side by side.
-    static constexpr std::size_t kept_size = first_size * (1 + 4 + 16);
-    inline static ENTRY kept[kept_size];
+    /// The tables of 64, 256, 1,024 and 4,096 entries stand side by side.
+    static constexpr std::size_t kept_size = first_size * (1 + 4 + 16 + 64);
+    inline static std::uint32_t kept_tags[kept_size];
+    inline static ENTRY kept_entries[kept_size];
     inline static std::uint32_t last_call;
 
+    /// The tag of the new call without the bits of a hash.
     static std::uint32_t next_call()
     {
-        if (++last_call == 0) {
-            std::fill(std::begin(kept), std::end(kept), ENTRY{});
-            last_call = 1;
+        last_call += one_call;
+        if (last_call == 0) {
+            std::fill(std::begin(kept_tags), std::end(kept_tags), 0U);
+            last_call = one_call;
         }
         return last_call;
     }
 
-    /// The entry of `key`, or the free one where it belongs.
-    ENTRY& slot_of(const KEY& key)
+    /// The place comes from the uppermost bits.
+    std::uint32_t tag_of(std::uint64_t hash) const
     {
-        std::size_t at = key.hash() >> shift_;
-        while (entries_[at].call == call_ && !(entries_[at].key == key)) {
-            at = (at + 1) & mask_;
+        return call_ | (static_cast<std::uint32_t>(hash >> 24) & (one_call - 1));
+    }
+    bool is_taken(std::size_t at) const { return (tags_[at] ^ call_) < one_call; }
+    std::size_t next(std::size_t at) const { return (at + 1) & mask_; }
+
+    void insert(const ENTRY& entry)
+    {
+        const std::uint64_t hash = entry.key.hash();
+        std::size_t at = hash >> shift_;
+        while (is_taken(at)) {
+            at = next(at);
         }
-        return entries_[at];
+        tags_[at] = tag_of(hash);
+        entries_[at] = entry;
     }
 
     [[gnu::noinline]] void grow()
     {
-        const ENTRY* const old = entries_;
+        const std::uint32_t* const old_tags = tags_;
+        const ENTRY* const old_entries = entries_;
         const std::size_t old_size = mask_ + 1;
         const std::size_t size = old_size << growth_bits;
-        const auto old_heap = std::move(heap_);
-        if (old + old_size + size <= kept + kept_size && old >= kept) {
+        std::unique_ptr<std::uint32_t[]> more_tags;
+        std::unique_ptr<ENTRY[]> more_entries;
+        if (old_size < kept_size / 2) {
+            tags_ += old_size;
             entries_ += old_size;
         } else {
-            heap_ = std::make_unique<ENTRY[]>(size);
-            entries_ = heap_.get();
+            more_tags = std::make_unique<std::uint32_t[]>(size);
+            more_entries.reset(new ENTRY[size]); // left uninitialised: a free place has no entry
+            tags_ = more_tags.get();
+            entries_ = more_entries.get();
         }
         mask_ = size - 1;
         shift_ -= growth_bits;
-        std::for_each(old, old + old_size, [this](const ENTRY& entry) {
-            if (entry.call == call_) {
-                slot_of(entry.key) = entry;
+        for (std::size_t i = 0; i < old_size; ++i) {
+            if ((old_tags[i] ^ call_) < one_call) {
+                insert(old_entries[i]);
             }
-        });
+        }
+        heap_tags_ = std::move(more_tags);
+        heap_entries_ = std::move(more_entries);
     }
 
     const std::uint32_t call_;
+    std::uint32_t* tags_;
     ENTRY* entries_;
-    std::size_t mask_;
-    unsigned shift_;
+    std::size_t mask_ = first_size - 1;
+    unsigned shift_ = 64 - first_bits;
     std::size_t used_ = 0;
-    std::unique_ptr<ENTRY[]> heap_;
+    std::unique_ptr<std::uint32_t[]> heap_tags_;
+    std::unique_ptr<ENTRY[]> heap_entries_;
 };
 
 /// @brief The key of a memo about nodes of one kind.
