@@ -26,28 +26,29 @@ public:
     void enter_node()
     {
         *cur = '\0';
-        if (length() + room_for_a_node >= eqnbuffersize) {
-            grow();
-        }
+        make_room(room_for_a_node);
     }
 
     void put(char character)
     {
-        if (length() + 1 >= eqnbuffersize) {
-            grow();
-        }
+        make_room(1);
         *cur++ = character;
     }
 
     void put(const char* text)
     {
-        for (; *text != '\0'; ++text) {
-            put(*text);
-        }
+        const std::size_t size = std::strlen(text);
+        make_room(size);
+        cur = std::copy_n(text, size, cur);
     }
 
 private:
-    std::size_t length() const { return static_cast<std::size_t>(cur - start); }
+    void make_room(std::size_t size)
+    {
+        while (static_cast<std::size_t>(cur - start) + size >= eqnbuffersize) {
+            grow();
+        }
+    }
 
     [[gnu::noinline]] void grow()
     {

@@ -137,9 +137,7 @@ void BOOL_FUNC::addsigtofunc(TECHMAP_SIG* sig, unsigned char iscompl)
     BOOL_TNODE* node = root;
     bool is_known = is_in_operand(node->left, sig);
     for (; !ends_spine(*node); node = node->right) {
-        if (is_in_operand(node->right->left, sig)) {
-            is_known = true;
-        }
+        is_known = is_known || is_in_operand(node->right->left, sig);
     }
     is_known = is_known || is_in_operand(node->right, sig);
     append_leaf(node, sig, iscompl);
@@ -291,12 +289,10 @@ void BOOL_FUNC::rmsigfromfunc(TECHMAP_SIG* sig)
     if (root == nullptr || sig == nullptr) {
         return;
     }
-    // On the copy, so that the function is as it was should the copy fail.
-    OWNED_TREE copy(new_copy(root));
+    // On a copy, so that the function is as it was should the pool give out.
+    OWNED_TREE copy(is_leaf_of(*root, sig) ? new_node(BOOL_OP_ZERO) : new_copy(root));
     if (is_operator(copy.get())) {
         remove_signal(copy.get(), sig);
-    } else if (is_leaf_of(*copy, sig)) {
-        fix_leaf(*copy, sig, BOOL_OP_ZERO);
     }
     replace_by_simplified(*this, std::move(copy));
 }

@@ -47,6 +47,22 @@ void edit_edges(BOOL_TNODE& node, const TECHMAP_SIG* sig, EDIT edit)
     }
 }
 
+/// Whether an operator has two operands, the left one a leaf.
+bool has_leaf_before_right(const BOOL_TNODE& node)
+{
+    return !basbd_is_leaf(node) && node.left != nullptr && node.right != nullptr &&
+           basbd_is_leaf(*node.left);
+}
+
+/// Leaves `usage` 0 throughout a tree at the end of its scope.
+struct UNMARKER {
+    explicit UNMARKER(BOOL_TNODE* tree) : root(tree) {}
+    UNMARKER(const UNMARKER&) = delete;
+    UNMARKER& operator=(const UNMARKER&) = delete;
+    ~UNMARKER() { unmark_tree(root); }
+    BOOL_TNODE* root;
+};
+
 /// `count` copies of a tree, as the left children of a chain of nodes.
 OWNED_TREE make_copies(BOOL_TNODE* src, unsigned long count)
 {
@@ -182,6 +198,7 @@ void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool 
     constexpr unsigned short counted = 1;
     constexpr unsigned short replaced = 2;
     unmark_tree(root);
+    const UNMARKER unmarker(root); // so that other walks find no marks
     unsigned long count = 0;
     visit_operators(root, [&](BOOL_TNODE& node) {
         if (node.usage == counted) {
@@ -243,11 +260,18 @@ void BOOL_TNODE::rmsigfromtree(TECHMAP_SIG* sig)
 
 BOOL_TNODE* BOOL_TNODE::getsubtreeofsize(unsigned short size)
 {
-    // Every node that the search passes has one leaf on its left, so one count serves them all.
-    unsigned int leaves = countleaves();
-    for (BOOL_TNODE* node = this;
-         node->left != nullptr && node->right != nullptr && basbd_is_leaf(*node->left);
-         node = node->right) {
+    // Every node that the search passes has one leaf on its left, so one count of what is behind
+    // them serves them all.
+    unsigned int leaves = 0;
+    BOOL_TNODE* end = this;
+    for (; has_leaf_before_right(*end); end = end->right) {
+        ++leaves;
+    }
+    if (end == this) {
+        return nullptr;
+    }
+    leaves += end->countleaves();
+    for (BOOL_TNODE* node = this; node != end; node = node->right) {
         --leaves;
         if (static_cast<unsigned short>(leaves) == size) {
             return std::exchange(node->right, nullptr);

@@ -11,20 +11,38 @@ bool BOOL_TNODE::issiginsuppt(TECHMAP_SIG* sig) { return is_in_tree(this, sig); 
 
 bool BOOL_TNODE::issigcompl(TECHMAP_SIG* sig)
 {
-    // The answer is the last edge into the signal in walk order, so a later find replaces an
-    // earlier one, and an operator with the signal on its right needs no look at its left.
-    bool is_complemented = false;
-    visit_operators(this, [&](const BOOL_TNODE& node) {
-        if (node.right != nullptr && is_leaf_of(*node.right, sig)) {
-            is_complemented = node.rcompl != 0;
-            return WALK::PAST;
+    if (basbd_is_leaf(*this)) {
+        return false;
+    }
+    TREE_PATH path(this);
+    for (bool right_is_done = false;;) {
+        const BOOL_TNODE& node = *path.node();
+        if (!right_is_done && node.right != nullptr) {
+            if (is_leaf_of(*node.right, sig)) {
+                return node.rcompl != 0;
+            }
+            if (is_operator(node.right)) {
+                path.descend_right();
+                continue;
+            }
         }
-        if (node.left != nullptr && is_leaf_of(*node.left, sig)) {
-            is_complemented = node.lcompl != 0;
+        right_is_done = false;
+        if (node.left != nullptr) {
+            if (is_leaf_of(*node.left, sig)) {
+                return node.lcompl != 0;
+            }
+            if (is_operator(node.left)) {
+                path.descend_left();
+                continue;
+            }
         }
-        return WALK::BELOW;
-    });
-    return is_complemented;
+        do {
+            if (path.at_start()) {
+                return false;
+            }
+        } while (path.ascend() == SIDE::LEFT);
+        right_is_done = true;
+    }
 }
 
 bool BOOL_TNODE::isvarinleaf(BOOL_VARNAME v) { return is_name(v) && op == named_op(v); }

@@ -58,6 +58,7 @@ private:
     std::uint64_t filter = 0; ///< a signal whose bit is clear is not in the list
 };
 
+/// Whether some leaf of the tree holds `sig`; looks no further than the first one.
 bool is_in_tree(BOOL_TNODE* root, const TECHMAP_SIG* sig);
 
 /// Whether some leaf of the tree below a node's child, which may be missing, holds `sig`.

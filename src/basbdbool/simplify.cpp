@@ -130,6 +130,44 @@ BOOL_TNODE* reduce_node(BOOL_TNODE* node)
     return node;
 }
 
+/// @brief Walks over the operators of a tree and may replace them.
+/// @param enter  takes each operator and the flag of the edge into it before what is below
+/// @param leave  answers what stands for an operator after what is below it
+/// @return what stands for `root`, which the caller deletes when it is another node
+template <typename ENTER, typename LEAVE>
+BOOL_TNODE* rewrite(BOOL_TNODE* root, ENTER enter, LEAVE leave)
+{
+    TREE_PATH path(root);
+    for (bool left_is_done = false;;) {
+        BOOL_TNODE& node = *path.node();
+        if (!left_is_done && is_operator(node.left)) {
+            enter(*node.left, node.lcompl);
+            path.descend_left();
+            continue;
+        }
+        left_is_done = false;
+        if (is_operator(node.right)) {
+            enter(*node.right, node.rcompl);
+            path.descend_right();
+            continue;
+        }
+        while (!left_is_done) {
+            BOOL_TNODE* const done = path.node();
+            BOOL_TNODE* const replacement = leave(done);
+            if (path.at_start()) {
+                return replacement;
+            }
+            left_is_done = path.ascend_with(replacement) == SIDE::LEFT;
+            if (replacement != done) {
+                delete_node(done);
+                if (take_own_complement(*replacement)) {
+                    toggle(left_is_done ? path.node()->lcompl : path.node()->rcompl);
+                }
+            }
+        }
+    }
+}
+
 } // namespace
 
 bool take_own_complement(BOOL_TNODE& replacement)
@@ -140,63 +178,28 @@ bool take_own_complement(BOOL_TNODE& replacement)
 
 BOOL_TNODE* reduce_tree(BOOL_TNODE* root)
 {
-    TREE_PATH path(root);
-    for (bool left_is_done = false;;) {
-        if (!left_is_done && is_operator(path.node()->left)) {
-            path.descend_left();
-            continue;
-        }
-        left_is_done = false;
-        if (is_operator(path.node()->right)) {
-            path.descend_right();
-            continue;
-        }
-        for (SIDE side = SIDE::RIGHT; side == SIDE::RIGHT;) {
-            BOOL_TNODE* const node = path.node();
-            BOOL_TNODE* const replacement = reduce_node(node);
-            if (path.at_start()) {
-                return replacement;
-            }
-            side = path.ascend_with(replacement);
-            if (replacement != node) {
-                delete_node(node);
-                if (take_own_complement(*replacement)) {
-                    toggle(side == SIDE::LEFT ? path.node()->lcompl : path.node()->rcompl);
-                }
-            }
-        }
-        left_is_done = true;
-    }
+    return rewrite(
+        root, [](BOOL_TNODE& /*node*/, unsigned char& /*flag*/) {}, reduce_node);
 }
-
-namespace {
-
-/// Complements `node` itself when the edge into it was flagged, and clears the flag.
-void push_edge(BOOL_TNODE* node, unsigned char& flag)
-{
-    if (!is_operator(node)) {
-        return;
-    }
-    if (std::exchange(flag, static_cast<unsigned char>(0)) == 0) {
-        return;
-    }
-    if (is_known_operator(node->op)) {
-        complement(*node);
-    } else {
-        report(REPORT::PUSH_THROUGH_OP);
-    }
-}
-
-} // namespace
 
 void push_complements(BOOL_TNODE* root, unsigned char is_complemented)
 {
-    push_edge(root, is_complemented);
-    visit_operators(root, [](BOOL_TNODE& node) {
-        push_edge(node.left, node.lcompl);
-        push_edge(node.right, node.rcompl);
-        return WALK::BELOW;
-    });
+    unsigned long refused = 0;
+    const auto take_complement = [&](BOOL_TNODE& node, unsigned char& flag) {
+        if (std::exchange(flag, static_cast<unsigned char>(0)) == 0) {
+            return;
+        }
+        if (is_known_operator(node.op)) {
+            complement(node);
+        } else {
+            ++refused;
+        }
+    };
+    take_complement(*root, is_complemented);
+    rewrite(root, take_complement, [](BOOL_TNODE* node) { return node; });
+    for (; refused > 0; --refused) {
+        report(REPORT::PUSH_THROUGH_OP);
+    }
 }
 
 bool is_pure(BOOL_TNODE* root, signed char op)

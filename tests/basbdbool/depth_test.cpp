@@ -7,8 +7,10 @@
 #include <pthread.h>
 
 #include <cstring>
+#include <utility>
 
 using tree_oracle::parse_shape;
+using tree_oracle::shape;
 using tree_oracle::signal;
 
 namespace {
@@ -19,23 +21,19 @@ namespace {
 constexpr unsigned spine_length = BASBD_SPINE_LENGTH;
 
 /// Runs `work` on a stack of 256 KiB.
-void on_small_stack(void (*work)())
+void on_small_stack(void* (*work)(void*))
 {
     pthread_attr_t attributes{};
     pthread_attr_init(&attributes);
     pthread_attr_setstacksize(&attributes, 256 * 1024UL);
     pthread_t thread{};
-    const auto run = [](void* argument) -> void* {
-        reinterpret_cast<void (*)()>(argument)();
-        return nullptr;
-    };
-    ASSERT_EQ(pthread_create(&thread, &attributes, run, reinterpret_cast<void*>(work)), 0);
+    ASSERT_EQ(pthread_create(&thread, &attributes, work, nullptr), 0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
 }
 
-/// Operators in a row, AND and OR in turn, over the leaves aA and bB, and cC at the
-/// end; every edge along the spine is complemented.
+/// Operators in a row, AND and OR in turn, over the leaves aA and bB, and cC at the end; every edge
+/// along the spine is complemented.
 BOOL_TNODE* make_spine(bool leans_left)
 {
     BOOL_TNODE* spine = parse_shape("cC");
@@ -49,10 +47,11 @@ BOOL_TNODE* make_spine(bool leans_left)
 }
 
 /// Every walk over a spine.
-void walk_spine(bool leans_left)
+template <bool LEANS_LEFT>
+void* walk_spine(void* /*argument*/)
 {
     BOOL_FUNC f;
-    f.root = make_spine(leans_left);
+    f.root = make_spine(LEANS_LEFT);
     f.nsuppt = f.countsuppt();
     EXPECT_EQ(f.nsuppt, 3);
     EXPECT_EQ(f.root->countleaves(), spine_length + 1);
@@ -79,15 +78,15 @@ void walk_spine(bool leans_left)
     EXPECT_EQ(copy.getpurefunc(), BOOL_OP_OR);
     copy.setsigto1(signal(0));
     copy.cleanbufs();
-    EXPECT_EQ(tree_oracle::shape(copy), "~e");
+    EXPECT_EQ(shape(copy), "~e");
 
     const std::unique_ptr<BOOL_FUNC> part(f.breakfunc(2));
-    EXPECT_EQ(part == nullptr, leans_left);
+    EXPECT_EQ(part == nullptr, LEANS_LEFT);
     f.root->unmarknodes();
     f.root->markusage();
     f.root->reclaim();
-    delete f.root;
-    f.root = nullptr;
+    delete std::exchange(f.root, nullptr);
+    return nullptr;
 }
 
 } // namespace
@@ -95,8 +94,8 @@ void walk_spine(bool leans_left)
 TEST(depth, spines_on_a_small_stack)
 {
     const long before = counting_pool::live();
-    on_small_stack([] { walk_spine(true); });
-    on_small_stack([] { walk_spine(false); });
+    on_small_stack(walk_spine<true>);
+    on_small_stack(walk_spine<false>);
     EXPECT_EQ(counting_pool::live(), before);
 }
 
@@ -112,14 +111,25 @@ TEST(depth, as_many_paths_as_two_to_the_sixtieth)
             function.root = new BOOL_TNODE(BOOL_OP_XOR, function.root, 0, function.root, 0);
             function.root->usage = static_cast<unsigned short>(level % 3);
         }
+        EXPECT_FALSE(function.root->issigcompl(signal(0)));
         function.complsiginfunc(signal(0));
-        EXPECT_EQ(tree_oracle::shape(lowest), "*(~aX,~aX)");
+        EXPECT_TRUE(function.root->issigcompl(signal(0)));
+        EXPECT_EQ(shape(lowest), "*(~aX,~aX)");
         function.exchangexy();
-        EXPECT_EQ(tree_oracle::shape(lowest), "*(~aY,~aY)");
+        EXPECT_EQ(shape(lowest), "*(~aY,~aY)");
         function.root->unmarknodes();
         EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
         function.root->subtreeforsig(signal(0), lowest, 1);
-        EXPECT_EQ(tree_oracle::shape(lowest), "*(*(~aY,~aY),*(~aY,~aY))");
+        EXPECT_EQ(shape(lowest), "*(*(~aY,~aY),*(~aY,~aY))");
+        EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
+
+        // Answers that lie before all those paths.
+        function.root = new BOOL_TNODE(BOOL_OP_AND, function.root, 0, parse_shape("+(b,c)"), 0);
+        EXPECT_FALSE(function.root->issigcompl(signal(1)));
+        EXPECT_EQ(function.root->getsubtreeofsize(2), nullptr);
+        function.root = new BOOL_TNODE(BOOL_OP_AND, parse_shape("c"), 0, function.root, 0);
+        function.addsigtofunc(signal(2), 0);
+        EXPECT_EQ(shape(function.root->right->right), "+(b,+(c,c))");
     }
     EXPECT_EQ(counting_pool::live(), before);
 }
@@ -128,9 +138,8 @@ TEST(depth, more_parents_than_a_count_of_sixteen_bits_holds)
 {
     const long before = counting_pool::live();
     {
-        BOOL_FUNC function;
-        BOOL_TNODE* const shared = parse_shape("+(a,b)");
-        function.root = shared;
+        tree_oracle::FUNC function("+(a,b)");
+        BOOL_TNODE* const shared = function.root;
         for (int i = 0; i < 70000; ++i) {
             function.root = new BOOL_TNODE(BOOL_OP_AND, shared, 0, function.root, 0);
         }

@@ -100,6 +100,7 @@ const ROW rows[] = {
     {"a", add_c, "a", 1},
     {"*(~aA,b)", [](auto& f) { f.setsigto1(a); }, "*(~1,b)", 1},
     {"*(~a,@(a,b))", complement_a, "*(a,@(~a,b))", 2},
+    {"*(a,b)", complement_a, "*(~a,b)", 2},
     {"a", complement_a, "~a", 1},
     {"+(aX,*(aY,aA))", [](auto& f) { f.exchangexy(); }, "+(aY,*(aX,aA))", 1},
     {"*(aB,c)", [](auto& f) { f.subsig1forsig2(c, a); }, "*(cB,c)", 2},
