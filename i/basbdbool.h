@@ -73,11 +73,14 @@ enum BOOL_OP : signed char {
 ///
 /// Trees may share subtrees. Walks take neither call stack nor memory, whatever the depth: on their
 /// way down they lend out the nodes' own pointers, so nothing else may look at a tree during a
-/// call, not even a message manager that receives a report. An operation visits a node once for
-/// every path that leads to it, unless it says otherwise. Its cost is linear in the visits.
+/// call. An operation visits a node once for every path that leads to it, unless it says otherwise.
+/// Its cost is linear in the visits.
 ///
-/// Reports are internal errors "4:11" with the line given here. Where an operation takes nodes from
-/// the pool and that throws `std::bad_alloc`, the tree is as it was.
+/// Reports are internal errors "4:11" with the line given here. A message manager that receives one
+/// may look at the tree, but not at that of the equation writers (lines 436, 441) and of the
+/// simplification (lines 836, 902, 945), which report during their walks. Where an operation takes
+/// nodes from the pool and that throws `std::bad_alloc`, the tree has the shape that it had; its
+/// `usage` may be cleared.
 class BASBD_API BOOL_TNODE {
 public:
     signed char op;       ///< node kind, see BOOL_OP
@@ -91,12 +94,13 @@ public:
 
     /// @name Making and freeing nodes
     /// A node owns nothing: to delete it leaves its children alone. The constructors take the
-    /// fields as they come and leave `usage` at 0.
+    /// fields as they come and leave `usage` at 0; a flag other than 0 and 1 has no meaning, and
+    /// its upper bits may change.
     /// @{
     BOOL_TNODE();                          ///< an operator, AND until the creator sets `op`
     explicit BOOL_TNODE(char op);          ///< an operator without children, or a constant
     BOOL_TNODE(char op, BOOL_TNODE* left); ///< an operator with a left operand
-    BOOL_TNODE(char op, TECHMAP_SIG* sig); ///< a leaf of `sig`: `op` 3, or 4 to 20 with a name
+    BOOL_TNODE(char op, TECHMAP_SIG* sig); ///< a leaf of `sig`, not null: `op` 3, or 4 to 20 named
     BOOL_TNODE(char op, BOOL_TNODE* left, unsigned char lcompl, BOOL_TNODE* right,
                unsigned char rcompl); ///< an operator with both operands
 
@@ -133,16 +137,16 @@ public:
     ///
     /// Fills a missing left, then a missing right operand. A leaf that is there already moves to
     /// the left of a new operator with this node's op code, its complement with it. Does nothing on
-    /// a leaf. Linear in the length of the chain.
+    /// a leaf. Linear in the length of the chain. `sig` is not null.
     void addsig(TECHMAP_SIG* sig, unsigned char iscompl);
     /// Whether a leaf stands for `sig`.
     bool issiginsuppt(TECHMAP_SIG* sig);
     /// @brief The flag of the edge into the leaf of `sig` that a search finds which looks at right
     /// operands first; false without one, and on a leaf. Flags further up do not count.
     bool issigcompl(TECHMAP_SIG* sig);
-    /// Whether this node is a leaf named `v`.
+    /// Whether this node is a leaf named `v`; false for a `v` that is no name.
     bool isvarinleaf(BOOL_VARNAME v);
-    /// Whether some leaf is named `v`.
+    /// Whether some leaf is named `v`; false for a `v` that is no name.
     bool isvarinsuppt(BOOL_VARNAME v);
     /// @brief Names leaves.
     /// @param sig  each of its leaves is named
@@ -153,8 +157,9 @@ public:
     /// @brief Puts a deep copy of `sub` in the place of each leaf of `sig`, and toggles the edge's
     /// flag when `iscompl` is not 0.
     ///
-    /// The copies are not searched; `sub` does not change. Visits each operator once. Reported on a
-    /// leaf (line 323), which stays as it is. A null `sub` is reported for each copy (line 56).
+    /// The copies are not searched; `sub` does not change. Visits each operator once and leaves
+    /// `usage` 0 throughout. Reported on a leaf (line 323), which stays as it is. A null `sub` is
+    /// reported for each copy (line 56).
     void subtreeforsig(TECHMAP_SIG* sig, BOOL_TNODE* sub, unsigned char iscompl);
     /// @brief Enters the tree's distinct signals as they are met.
     /// @param list  20 entries, filled from the front and null behind; more signals are left out
@@ -171,7 +176,7 @@ public:
     /// @brief Exchanges the names QX and QY, once in each leaf. Call `unmarknodes` before: nodes
     /// whose `usage` is not 0 are passed over.
     void exchangexy();
-    /// Makes every leaf of `sig2` one of `sig1`; names stay.
+    /// Makes every leaf of `sig2` one of `sig1`, which is not null; names stay.
     void subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2);
     /// @brief Deletes every leaf of `sig` and clears the pointers to it; nothing is simplified.
     /// Reported on a leaf (line 659), which stays as it is.
@@ -180,8 +185,8 @@ public:
     unsigned int countleaves();
     /// @brief Detaches the first right operand that has `size` leaves.
     ///
-    /// Follows right operands as long as there is a leaf on the left. The flag of the detached edge
-    /// stays behind. Linear in the tree.
+    /// Follows right operands as long as there is a leaf on the left, and counts the leaves of what
+    /// follows once. The flag of the detached edge stays behind.
     /// @return the operand, the caller's from then on; null when there is none
     BOOL_TNODE* getsubtreeofsize(unsigned short size);
     /// @}
@@ -199,20 +204,24 @@ public:
     /// @brief Removes constants, missing operands and operators of twice the same signal, children
     /// before parents. Reported on a leaf, which is returned (line 700).
     BOOL_TNODE* reducetrivialsubtrees();
-    /// For two operands, the right one constant. An unknown operator is reported (line 836) and
-    /// returned.
+    /// @brief For an operator of two different nodes, the right one constant: returns the operand
+    /// that remains, or a constant, complemented as its edge was, and frees the other.
+    ///
+    /// An unknown operator is reported (line 836) and returned with both operands; a constant whose
+    /// edge is complemented has changed its value.
     BOOL_TNODE* trivialrchild();
-    /// For two operands, the left one constant. An unknown operator is reported (line 902) and
-    /// returned.
+    /// `trivialrchild` with the sides exchanged; line 902.
     BOOL_TNODE* triviallchild();
-    /// For two leaves of one signal. An unknown operator is reported (line 945), loses both and is
-    /// returned.
+    /// @brief For an operator of two leaves of one signal, which may be the same node: returns a
+    /// leaf, or this node as a constant, and frees what is left over.
+    ///
+    /// An unknown operator is reported (line 945), loses both leaves and is returned.
     BOOL_TNODE* idempotency();
     /// @brief Moves all complements to the edges into leaves, and complements the tree as well
     /// when `iscompl` is not 0.
     ///
-    /// Reported on a leaf (line 1463), and where a complement meets an unknown operator, which
-    /// stays as it is (line 1482).
+    /// Reported on a leaf (line 1463), and once the walk is done for each complement that met an
+    /// unknown operator, which stays as it is (line 1482).
     void pushbubblestoleaves(unsigned char iscompl);
     /// Whether every operator of the tree is `op`; true for a leaf.
     bool issubtreepure(char op);
@@ -262,8 +271,9 @@ inline TECHMAP_SIG* basbd_leaf_signal(const BOOL_TNODE& leaf)
 ///
 /// A function without a tree is given one by `setfunctype`, `setlogic1`, `setlogic0` or
 /// `buildcofactexpr`. Edits that need a tree report its absence (internal error "4:11" with the
-/// line given here) and change nothing; other operations find nothing to do. When the pool throws
-/// `std::bad_alloc`, the function is as it was.
+/// line given here) and change nothing; other operations find nothing to do. Signals that enter a
+/// tree are not null. When the pool throws `std::bad_alloc`, the function is as it was but for its
+/// nodes' `usage`.
 ///
 /// A function and its tree are for one thread at a time; so are the pool and the names.
 class BASBD_API BOOL_FUNC {
@@ -315,16 +325,18 @@ public:
     /// @brief The operator of a function that uses a single one; 22 for any other function.
     ///
     /// Cleans the function and moves its complements, the root's too, to the edges into leaves.
+    /// @return 0, 1 or 2 as in `BOOL_FUNCTYPE`, or 22; linear as `cleanbufs`
     char getpurefunc();
     /// @}
 
     /// @name Edits by signal
+    /// The lines named here report that there is no tree.
     /// @{
     void setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v); ///< line 1149; see `setsigvname`
     void setsigto1(TECHMAP_SIG* sig);      ///< fixes `sig` and counts the support; line 1301
     void setsigto0(TECHMAP_SIG* sig);      ///< fixes `sig` and counts the support; line 1312
-    void complsiginfunc(TECHMAP_SIG* sig); ///< NOT `sig` for `sig`; line 1323. Linear if shared
-    void exchangexy(); ///< exchanges the names QX and QY; line 1341. Linear if shared
+    void complsiginfunc(TECHMAP_SIG* sig); ///< NOT `sig` for `sig`; line 1323. Each node once
+    void exchangexy(); ///< exchanges the names QX and QY; line 1341. Each node once
     /// `sig1` in every leaf of `sig2`; the support is not counted. Line 1351.
     void subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2);
     /// @brief Puts a copy of `fn`, complement and all, in the place of each leaf of `sig`; counts
@@ -334,15 +346,15 @@ public:
     /// tree of `fn` is reported for each copy (line 56), which is an operator without operands.
     void substfnforsig(TECHMAP_SIG* sig, BOOL_FUNC* fn);
     /// Drops the leaves of `sig` and cleans: operators lose the operand. A tree that is such a leaf
-    /// becomes constant 0.
+    /// becomes constant 0. Does not even clean when `sig` is null.
     void rmsigfromfunc(TECHMAP_SIG* sig);
     /// @}
 
     /// @brief Replaces the tree by an unshared copy, simplifies it and counts the support. A
-    /// constant is left without `rootcompl`.
+    /// constant is left without `rootcompl`. Linear in the number of paths.
     void cleanbufs();
     /// @brief Splits off a right operand with `size` leaves, see `BOOL_TNODE::getsubtreeofsize`,
-    /// and cleans the rest.
+    /// and cleans the rest. Both are new trees: pointers into the old one are void.
     /// @return the operand as a function of its own, the caller's; null when there is none, or when
     ///         `nsuppt` is not above `size`, in which case nothing is cleaned either
     BOOL_FUNC* breakfunc(unsigned short size);

@@ -78,6 +78,7 @@ void free_tree(BOOL_TNODE* root) noexcept
     for (BOOL_TNODE* node = root; node != nullptr;) {
         BOOL_TNODE* next = nullptr;
         if (is_found_first(node)) {
+            // A leaf on the left, the most frequent operand, takes no turn of its own.
             BOOL_TNODE* left = basbd_is_leaf(*node) ? nullptr : node->left;
             if (left != nullptr && basbd_is_leaf(*left)) {
                 if (is_found_first(left)) {

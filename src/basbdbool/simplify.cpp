@@ -40,11 +40,17 @@ BOOL_TNODE* complement_if(unsigned char flag, BOOL_TNODE* node)
 
 bool is_known_operator(signed char op) { return op >= BOOL_OP_AND && op <= BOOL_OP_OR; }
 
-/// The replacement of an operator whose operands are `constant` and `other`, each with its flag.
-BOOL_TNODE* fold_constant(BOOL_TNODE* node, BOOL_TNODE* constant, unsigned char constant_flag,
-                          BOOL_TNODE* other, unsigned char other_flag, REPORT unknown_op)
+struct OPERAND {
+    BOOL_TNODE* node;
+    unsigned char flag;
+};
+
+/// The replacement of an operator whose operands are a constant and another node.
+BOOL_TNODE* fold_constant(BOOL_TNODE* node, OPERAND constant_operand, OPERAND other_operand,
+                          REPORT unknown_op)
 {
-    complement_if(constant_flag, constant);
+    BOOL_TNODE* const constant = complement_if(constant_operand.flag, constant_operand.node);
+    BOOL_TNODE* const other = other_operand.node;
     if (!is_known_operator(node->op)) {
         report(unknown_op);
         return node;
@@ -58,18 +64,18 @@ BOOL_TNODE* fold_constant(BOOL_TNODE* node, BOOL_TNODE* constant, unsigned char 
     if (node->op == BOOL_OP_XOR && is_one) {
         complement(*other);
     }
-    return complement_if(other_flag, other);
+    return complement_if(other_operand.flag, other);
 }
 
 BOOL_TNODE* fold_right_constant(BOOL_TNODE* node)
 {
-    return fold_constant(node, node->right, node->rcompl, node->left, node->lcompl,
+    return fold_constant(node, {node->right, node->rcompl}, {node->left, node->lcompl},
                          REPORT::RIGHT_CONSTANT_OP);
 }
 
 BOOL_TNODE* fold_left_constant(BOOL_TNODE* node)
 {
-    return fold_constant(node, node->left, node->lcompl, node->right, node->rcompl,
+    return fold_constant(node, {node->left, node->lcompl}, {node->right, node->rcompl},
                          REPORT::LEFT_CONSTANT_OP);
 }
 

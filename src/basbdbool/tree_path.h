@@ -109,15 +109,14 @@ inline bool visit_nodes(BOOL_TNODE* start, VISIT visit, LEAVE leave)
             }
             leave(node->right);
         }
-        for (SIDE side = SIDE::RIGHT; side == SIDE::RIGHT;) {
+        while (!left_is_done) {
             if (path.at_start()) {
                 return false;
             }
             BOOL_TNODE* const child = path.node();
-            side = path.ascend();
+            left_is_done = path.ascend() == SIDE::LEFT;
             leave(child);
         }
-        left_is_done = true;
     }
 }
 
