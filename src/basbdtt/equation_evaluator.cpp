@@ -17,21 +17,20 @@ constexpr std::size_t words_per_block = std::size_t{1} << (block_inputs - pair_i
 using block = std::array<std::uint64_t, words_per_block>;
 
 /// Longer programs are not specialised: the room for it is set aside before.
-constexpr std::size_t max_specialised_steps = 2048;
+constexpr std::size_t max_specialised_leaves = 1024;
 
 /// Values on the stack at any time: no tree of fewer than 2^31 operations needs more.
 constexpr std::size_t max_values = 34;
 
-/// One step of a program that works on a stack of values: it pushes a leaf, or joins the two
-/// topmost values and complements the result.
+/// One step of a program that works on a stack of values: it pushes a run of leaves, joined, or
+/// joins the two topmost values. It may complement the result.
 struct step {
-    std::uint32_t leaf; ///< its place, or `joins`
+    std::uint32_t leaf; ///< the first of a run
+    std::uint32_t run;  ///< its length, or 0
     operation op;
     bool complement;
 
-    static constexpr std::uint32_t joins = ~std::uint32_t{0};
-
-    bool is_join() const { return leaf == joins; }
+    bool is_join() const { return run == 0; }
     std::uint64_t complement_mask() const { return complement ? all_ones : 0; }
 };
 
@@ -39,12 +38,6 @@ struct step {
 struct step_list {
     std::vector<equation_leaf> leaves;
     std::vector<step> steps;
-
-    void push(const equation_leaf& leaf)
-    {
-        steps.push_back({static_cast<std::uint32_t>(leaves.size()), {}, false});
-        leaves.push_back(leaf);
-    }
 };
 
 /// @brief The steps to `result`, the needier operand of each node first.
@@ -61,11 +54,16 @@ step_list steps_of(equation_program& program, const operand& result)
     while (count != 0) {
         const program_reference value = waiting[--count];
         if (!value.is_node()) {
-            list.steps.push_back({static_cast<std::uint32_t>(value.place()), {}, false});
+            list.steps.push_back({static_cast<std::uint32_t>(value.place()), 1, {}, false});
             continue;
         }
         const equation_node& node = program.nodes[value.place()];
-        list.steps.push_back({step::joins, node.op, node.complement});
+        if (node.run != 0) {
+            const auto first = static_cast<std::uint32_t>(node.left.place());
+            list.steps.push_back({first, node.run, node.op, node.complement});
+            continue;
+        }
+        list.steps.push_back({0, 0, node.op, node.complement});
         const bool left_first = program.registers_of(node.left) >= program.registers_of(node.right);
         waiting[count++] = left_first ? node.left : node.right;
         waiting[count++] = left_first ? node.right : node.left;
@@ -122,6 +120,13 @@ inline void join_groups(operation op, const std::uint64_t* a, Load load, std::ui
     });
 }
 
+/// A group of the words of `from` from word `i` on.
+inline void load_words(group& words, const two_words& from, std::size_t i)
+{
+    load_words(words, group_masks[(from.select >> i) % group_masks.size()].data());
+    words = (words & (from.set ^ from.clear)) ^ from.clear;
+}
+
 /// Joins two blocks in memory.
 BASBDTT_CLONES void join_blocks(operation op, const std::uint64_t* a, const std::uint64_t* b,
                                 std::uint64_t* into, std::size_t count, std::uint64_t complement)
@@ -135,14 +140,28 @@ BASBDTT_CLONES void join_blocks(operation op, const std::uint64_t* a, const std:
 BASBDTT_CLONES void join_words(operation op, const std::uint64_t* a, two_words b,
                                std::uint64_t* into, std::size_t count, std::uint64_t complement)
 {
-    const std::uint64_t difference = b.set ^ b.clear;
     join_groups(
-        op, a,
-        [=](group& words, std::size_t i) {
-            load_words(words, group_masks[(b.select >> i) % group_masks.size()].data());
-            words = (words & difference) ^ b.clear;
-        },
-        into, count, complement);
+        op, a, [=](group& words, std::size_t i) { load_words(words, b, i); }, into, count,
+        complement);
+}
+
+/// Joins `run` blocks of two words to the block in memory.
+BASBDTT_CLONES void join_run(operation op, const two_words* blocks, std::size_t run,
+                             std::uint64_t* into, std::size_t count, std::uint64_t complement)
+{
+    with_operation(op, [=](auto assign) {
+        for (std::size_t i = 0; i < count; i += stride) {
+            group joined;
+            load_words(joined, into + i);
+            for (std::size_t k = 0; k < run; ++k) {
+                group next;
+                load_words(next, blocks[k], i);
+                assign(joined, next);
+            }
+            joined ^= complement;
+            std::memcpy(into + i, &joined, sizeof joined);
+        }
+    });
 }
 
 void expand(const two_words& words, std::uint64_t* into, std::size_t count)
@@ -172,7 +191,8 @@ public:
                 --top;
                 stack[top - 1] = join(each, top - 1);
             } else {
-                stack[top++] = {nullptr, list.leaves[each.leaf].in_block(block_index)};
+                stack[top] = run_of(each, &list.leaves[each.leaf], block_index, top);
+                ++top;
             }
         }
         return in_memory(stack[0], 0);
@@ -186,6 +206,47 @@ private:
         }
         expand(value.words, storage[place], count);
         return storage[place];
+    }
+
+    /// The joined leaves of a run.
+    block_value run_of(const step& step, const equation_leaf* leaves, std::size_t block_index,
+                       std::size_t place)
+    {
+        const std::uint64_t complement = step.complement_mask();
+        std::uint64_t* into = storage[place];
+        two_words uniform = two_words::uniform(neutral(step.op));
+        std::array<two_words, 32> others;
+        std::size_t other_count = 0;
+        bool started = false;
+        for (std::uint32_t i = 0; i < step.run; ++i) {
+            const two_words next = leaves[i].in_block(block_index);
+            if (next.is_uniform()) {
+                two_words::join(step.op, uniform, next, uniform);
+                continue;
+            }
+            if (other_count == others.size()) {
+                if (!started) {
+                    std::fill_n(into, count, neutral(step.op));
+                }
+                started = true;
+                join_run(step.op, others.data(), other_count, into, count, 0);
+                other_count = 0;
+            }
+            others[other_count++] = next;
+        }
+        if (!started && other_count <= 1) {
+            if (other_count == 1) {
+                two_words::join(step.op, uniform, others[0], uniform);
+            }
+            return {nullptr, uniform.complemented(complement)};
+        }
+        if (started) {
+            join_words(step.op, into, uniform, into, count, 0);
+        } else {
+            std::fill_n(into, count, uniform.set);
+        }
+        join_run(step.op, others.data(), other_count, into, count, complement);
+        return {into, {}};
     }
 
     /// The values at `place` and above it, joined.
@@ -256,8 +317,7 @@ public:
                 --top;
                 join(each, stack[top - 1], stack[top]);
             } else {
-                stack[top++] = {list.steps.size(),
-                                list.leaves[each.leaf].fixed(place, value_of_input), true};
+                stack[top++] = run_of(each);
             }
         }
         emit_leaf(stack[0]);
@@ -271,6 +331,40 @@ private:
         bool is_leaf;
     };
 
+    /// What is left of a run: the leaves that differ from place to place, and the joined others.
+    value run_of(const step& step)
+    {
+        const std::size_t start = list.steps.size();
+        const std::size_t begin = list.leaves.size();
+        std::uint64_t uniform = neutral(step.op);
+        for (std::size_t i = step.leaf; i < step.leaf + step.run; ++i) {
+            const equation_leaf next = list.leaves[i].fixed(place, value_of_input);
+            if (next.is_pattern()) {
+                uniform = apply(step.op, uniform, next.block.set);
+            } else {
+                list.leaves.push_back(next);
+            }
+        }
+        const bool decided = step.op != operation::exclusive && uniform == deciding(step.op);
+        if (decided) {
+            list.leaves.resize(begin);
+        }
+        if (decided || list.leaves.size() == begin || uniform != neutral(step.op)) {
+            list.leaves.push_back(equation_leaf::pattern(uniform));
+        }
+        const auto run = static_cast<std::uint32_t>(list.leaves.size() - begin);
+        if (run == 1) {
+            equation_leaf only = list.leaves.back();
+            list.leaves.pop_back();
+            if (step.complement) {
+                only.complement();
+            }
+            return {start, only, true};
+        }
+        list.steps.push_back({static_cast<std::uint32_t>(begin), run, step.op, step.complement});
+        return {start, equation_leaf::pattern(0), false};
+    }
+
     /// Joins `b` to `a`.
     void join(const step& step, value& a, value& b)
     {
@@ -280,7 +374,7 @@ private:
             }
             return;
         }
-        if (a.is_leaf) {
+        if (a.is_leaf && !b.is_leaf) {
             std::swap(a, b); // they start at the same step
         }
         if (b.is_leaf && b.leaf.is_constant()) {
@@ -304,7 +398,8 @@ private:
     void emit_leaf(const value& each)
     {
         if (each.is_leaf) {
-            list.push(each.leaf);
+            list.steps.push_back({static_cast<std::uint32_t>(list.leaves.size()), 1, {}, false});
+            list.leaves.push_back(each.leaf);
         }
     }
 
@@ -320,6 +415,7 @@ class column_writer {
 public:
     column_writer(step_list& all_steps, int width, std::vector<std::uint32_t>& words)
         : list(all_steps), column(words),
+          specialises(all_steps.leaves.size() <= max_specialised_leaves),
           pairs(std::size_t{1} << (std::min(width, block_inputs) - pair_inputs)), evaluator(pairs)
     {
     }
@@ -334,7 +430,7 @@ public:
         } else if (!uses(begin, place)) {
             write(begin, width - 1);
             repeat(words_for_width(width - 1));
-        } else if (end - begin > max_specialised_steps) {
+        } else if (!specialises) {
             write(begin, width - 1);
             write(begin, width - 1);
         } else {
@@ -353,8 +449,11 @@ private:
     {
         return std::any_of(list.steps.begin() + static_cast<std::ptrdiff_t>(begin),
                            list.steps.end(), [=](const step& each) {
-                               return !each.is_join() &&
-                                      ((list.leaves[each.leaf].care >> place) & 1U) != 0;
+                               const equation_leaf* leaf = list.leaves.data() + each.leaf;
+                               return std::any_of(leaf, leaf + each.run,
+                                                  [=](const equation_leaf& one) {
+                                                      return ((one.care >> place) & 1U) != 0;
+                                                  });
                            });
     }
 
@@ -382,6 +481,7 @@ private:
 
     step_list& list;
     std::vector<std::uint32_t>& column;
+    bool specialises;
     std::size_t pairs; ///< pairs of words in a block
     block_evaluator evaluator;
     std::array<std::uint32_t, 2 * words_per_block> buffer;
@@ -392,10 +492,10 @@ private:
 /// Allocates before the first word is written, and not in `column`, which has the capacity.
 void write_column(step_list& list, int width, std::vector<std::uint32_t>& column)
 {
-    if (list.steps.size() <= max_specialised_steps && width > block_inputs) {
+    if (list.leaves.size() <= max_specialised_leaves && width > block_inputs) {
         const auto levels = static_cast<std::size_t>(width - block_inputs);
         list.steps.reserve((levels + 1) * list.steps.size());
-        list.leaves.reserve(list.leaves.size() + levels * list.steps.size());
+        list.leaves.reserve((levels + 1) * list.leaves.size());
     }
     column_writer(list, width, column).write(0, width);
 }

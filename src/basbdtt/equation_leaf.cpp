@@ -4,13 +4,6 @@
 
 namespace basbdtt {
 
-namespace {
-
-/// What decides an AND or OR alone, whatever the other operand.
-std::uint64_t deciding(operation op) { return op == operation::conjunction ? 0 : all_ones; }
-
-} // namespace
-
 bool two_words::join(operation op, two_words a, two_words b, two_words& result)
 {
     if (b.is_uniform()) {
@@ -69,11 +62,32 @@ equation_leaf equation_leaf::fixed(int place, bool one) const
     return {block, otherwise, care & ~bit, values & ~bit};
 }
 
-bool equation_leaf::join(operation op, const equation_leaf& a, const equation_leaf& b,
+namespace {
+
+/// `leaf` so that it has `constant` outside of its blocks, where it can be written so: a literal
+/// can be told from either side.
+equation_leaf oriented(equation_leaf leaf, std::uint64_t constant)
+{
+    const bool has_one_input = leaf.care != 0 && (leaf.care & (leaf.care - 1)) == 0;
+    if (leaf.otherwise != constant && has_one_input && leaf.block.is_uniform() &&
+        leaf.block.set == constant) {
+        leaf.block = two_words::uniform(leaf.otherwise);
+        leaf.otherwise = constant;
+        leaf.values ^= leaf.care;
+    }
+    return leaf;
+}
+
+} // namespace
+
+bool equation_leaf::join(operation op, const equation_leaf& left, const equation_leaf& right,
                          equation_leaf& result)
 {
-    const auto decides_elsewhere = [op](const equation_leaf& leaf) {
-        return leaf.care == 0 || leaf.otherwise == deciding(op);
+    const std::uint64_t decides = deciding(op);
+    const equation_leaf a = oriented(left, decides);
+    const equation_leaf b = oriented(right, decides);
+    const auto decides_elsewhere = [=](const equation_leaf& leaf) {
+        return leaf.care == 0 || leaf.otherwise == decides;
     };
     equation_leaf joined{};
     joined.care = a.care | b.care;
@@ -85,7 +99,7 @@ bool equation_leaf::join(operation op, const equation_leaf& a, const equation_le
     } else if (a.is_constant()) {
         joined.otherwise = apply(op, a.block.set, b.otherwise);
     } else if (op != operation::exclusive && decides_elsewhere(a) && decides_elsewhere(b)) {
-        joined.otherwise = deciding(op);
+        joined.otherwise = decides;
         if (((a.values ^ b.values) & a.care & b.care) != 0) {
             result = pattern(joined.otherwise);
             return true;

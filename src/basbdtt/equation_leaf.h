@@ -45,6 +45,18 @@ inline std::uint64_t apply(operation op, std::uint64_t a, std::uint64_t b)
     return a;
 }
 
+/// The constant that decides an AND or OR alone, whatever the other operand.
+constexpr std::uint64_t deciding(operation op)
+{
+    return op == operation::conjunction ? 0 : all_ones;
+}
+
+/// The constant that changes nothing.
+constexpr std::uint64_t neutral(operation op)
+{
+    return op == operation::conjunction ? all_ones : 0;
+}
+
 constexpr bool is_constant(std::uint64_t word) { return word == 0 || word == all_ones; }
 
 /// The block whose word i is `set` where bit i of `select` is set, and `clear` elsewhere.
@@ -92,7 +104,7 @@ struct equation_leaf {
     equation_leaf fixed(int place, bool one) const;
 
     /// Whether the result is a leaf, too; only then is it stored.
-    static bool join(operation op, const equation_leaf& a, const equation_leaf& b,
+    static bool join(operation op, const equation_leaf& left, const equation_leaf& right,
                      equation_leaf& result);
 };
 

@@ -24,11 +24,44 @@ operand equation_program::join(operation op, const operand& left, const operand&
     }
     const program_reference a = refer_to(left);
     const program_reference b = refer_to(right);
+    const leaf_range of_a = leaves_under(op, a);
+    const leaf_range of_b = leaves_under(op, b);
+    const bool are_runs = of_a.end != 0 && of_b.end != 0;
+    if (are_runs && (of_a.end == of_b.begin || of_b.end == of_a.begin)) {
+        const std::size_t begin = std::min(of_a.begin, of_b.begin);
+        const std::size_t length = std::max(of_a.end, of_b.end) - begin;
+        const equation_node run = {
+            program_reference::leaf(begin), {}, static_cast<std::uint32_t>(length), op, false, 1};
+        if (a.is_node()) {
+            nodes[a.place()] = run;
+            return left;
+        }
+        return add(run);
+    }
     const int need_a = registers_of(a);
     const int need_b = registers_of(b);
     const int need = std::max({1, need_a, need_b, need_a == need_b ? need_a + 1 : 0});
-    nodes.push_back({a, b, op, false, static_cast<std::uint8_t>(need)});
+    return add({a, b, 0, op, false, static_cast<std::uint8_t>(need)});
+}
+
+operand equation_program::add(const equation_node& node)
+{
+    nodes.push_back(node);
     return {operand::kind::node, {}, nodes.size() - 1};
+}
+
+/// The leaves that `value` joins by `op`; none, from 0 to 0, where it is anything else.
+equation_program::leaf_range equation_program::leaves_under(operation op,
+                                                            program_reference value) const
+{
+    if (!value.is_node()) {
+        return {value.place(), value.place() + 1};
+    }
+    const equation_node& node = nodes[value.place()];
+    if (node.run == 0 || node.op != op || node.complement) {
+        return {0, 0};
+    }
+    return {node.left.place(), node.left.place() + node.run};
 }
 
 operand equation_program::complement(operand value)
@@ -88,7 +121,7 @@ program_reference equation_program::refer_to(const operand& value)
         throw std::bad_alloc(); // a text of gigabytes: no reference has room for its operations
     }
     const bool is_node = value.what == operand::kind::node;
-    return {static_cast<std::uint32_t>(place << 1) | (is_node ? 1U : 0U)};
+    return is_node ? program_reference::node(place) : program_reference::leaf(place);
 }
 
 } // namespace basbdtt

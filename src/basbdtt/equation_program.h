@@ -52,13 +52,21 @@ struct operand {
 struct program_reference {
     std::uint32_t bits;
 
+    static program_reference leaf(std::size_t place)
+    {
+        return {static_cast<std::uint32_t>(place << 1)};
+    }
+    static program_reference node(std::size_t place) { return {leaf(place).bits | 1U}; }
+
     bool is_node() const { return (bits & 1U) != 0; }
     std::size_t place() const { return bits >> 1; }
 };
 
+/// A run of leaves, or two operands, joined by one operation.
 struct equation_node {
-    program_reference left;
+    program_reference left; ///< of a run: its first leaf
     program_reference right;
+    std::uint32_t run; ///< the length of a run; 0 for two operands
     operation op;
     bool complement;
     std::uint8_t registers; ///< that its evaluation needs; at most the logarithm of its size
@@ -98,7 +106,15 @@ public:
     std::vector<equation_node> nodes;
 
 private:
+    /// Leaves that stand side by side.
+    struct leaf_range {
+        std::size_t begin;
+        std::size_t end;
+    };
+
     operand join(operation op, const operand& left, const operand& right);
+    operand add(const equation_node& node);
+    leaf_range leaves_under(operation op, program_reference value) const;
     operand hold(const equation_leaf& leaf);
     equation_leaf leaf_of(const operand& value) const;
     void release(const operand& value);
