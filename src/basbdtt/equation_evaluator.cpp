@@ -352,6 +352,11 @@ private:
         if (decided || list.leaves.size() == begin || uniform != neutral(step.op)) {
             list.leaves.push_back(equation_leaf::pattern(uniform));
         }
+        if (list.leaves.size() == begin + 2 &&
+            equation_leaf::join(step.op, list.leaves[begin], list.leaves[begin + 1],
+                                list.leaves[begin])) {
+            list.leaves.pop_back();
+        }
         const auto run = static_cast<std::uint32_t>(list.leaves.size() - begin);
         if (run == 1) {
             equation_leaf only = list.leaves.back();

@@ -256,9 +256,11 @@ constexpr auto make_small_texts()
 /// @brief A string that is written piece by piece, so that most writes need no check.
 class text_buffer {
 public:
-    /// The most that is written at a time: the functions of three inputs of a register, what
+    /// The most that is written at a time: the eight functions of three inputs of a register, what
     /// stands around them in three levels, and what the last copy writes in excess.
-    static constexpr std::size_t room = (8 + 1) * sizeof(small_text) + 7 * 3 * sizeof(short_text);
+    static constexpr std::size_t expansions = 7;
+    static constexpr std::size_t room =
+        (expansions + 2) * sizeof(small_text) + 3 * expansions * sizeof(short_text);
 
     char* begin() { return piece.data(); }
 

@@ -20,11 +20,11 @@ constexpr basbdtt::input_names make_names()
 struct external_format {
     static constexpr basbdtt::input_names names = make_names();
     static constexpr std::string_view negation = "!";
-    static constexpr std::string_view conjunction = "";
+    static constexpr std::string_view conjunction{};
     static constexpr std::string_view disjunction = "+ ";
     static constexpr basbdtt::short_text close{") "};
     static constexpr bool has_exclusive = false;
-    static constexpr std::string_view exclusive = "";
+    static constexpr std::string_view exclusive{};
 
     static std::string constant_text(int width, bool one, bool top_level)
     {

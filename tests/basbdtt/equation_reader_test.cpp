@@ -29,8 +29,7 @@ std::string hex(bool external, int width, const std::string& text)
 
 struct example {
     int width;
-    const char* text;
-    const char* column;
+    const char *text, *column;
 };
 
 TEST(EquationReader, Examples)
@@ -47,35 +46,18 @@ TEST(EquationReader, Examples)
         {3, "C", "F0"},      {2, "(A)(B$)", "A"}, {2, "A)+(B", "A"},    {2, "A)0(B+0", "C"},
         {2, "(B9$)!A", "5"}, {1, "a", "2"},
     };
+    const example internal[] = {
+        {2, "F0=B0*B1", "8"},  {2, "b0*b1", "8"},   {2, "B0 * B1", "8"},
+        {2, "b0 + b1", "E"},   {2, "B1@B0", "6"},   {2, "B1", "C"},
+        {2, "~(B0*B1)", "7"},  {2, "~B0*B1", "4"},  {1, "~B0", "1"},
+        {3, "B0+B1*B2", "EA"}, {3, "~~B2", "F0"},   {3, "(B0+B1)*B2", "E0"},
+        {3, "0", "00"},        {3, "1", "FF"},      {3, "B0*B1@B2", "78"},
+        {2, "B0 B1", "A"},     {2, "B0~B1", "3"},   {4, "B3@B2@B1@B0", "6996"},
+        {2, "(B0)~B1", "A"},   {2, "(B0)(X)", "A"}, {3, "F0=(~B2*B0+B2*(B0+B1))", "EA"},
+        {2, "(f0=B1)", "C"},   {1, "B0", "2"},      {2, "(F0=(f0=B0)+B1)", "E"}};
     for (const example& each : external) {
         EXPECT_EQ(hex(true, each.width, each.text), each.column) << each.text;
     }
-    const example internal[] = {
-        {2, "F0=B0*B1", "8"},
-        {2, "b0*b1", "8"},
-        {2, "B0 * B1", "8"},
-        {2, "b0 + b1", "E"},
-        {2, "B1@B0", "6"},
-        {2, "B1", "C"},
-        {2, "~(B0*B1)", "7"},
-        {2, "~B0*B1", "4"},
-        {1, "~B0", "1"},
-        {1, "B0", "2"},
-        {3, "B0+B1*B2", "EA"},
-        {3, "~~B2", "F0"},
-        {3, "(B0+B1)*B2", "E0"},
-        {3, "B0*B1@B2", "78"},
-        {3, "0", "00"},
-        {3, "1", "FF"},
-        {3, "F0=(~B2*B0+B2*(B0+B1))", "EA"},
-        {4, "B3@B2@B1@B0", "6996"},
-        {2, "B0 B1", "A"},
-        {2, "B0~B1", "3"},
-        {2, "(B0)~B1", "A"},
-        {2, "(B0)(X)", "A"},
-        {2, "(f0=B1)", "C"},
-        {2, "(F0=(f0=B0)+B1)", "E"},
-    };
     for (const example& each : internal) {
         EXPECT_EQ(hex(false, each.width, each.text), each.column) << each.text;
     }
@@ -92,58 +74,40 @@ TEST(EquationReader, RefusalSendsOneMessageAndChangesNothing)
     const auto unexpected = [](const char* shown) {
         return std::string("Unexpected equation element '") + shown + "'";
     };
-    const std::string unbalanced = "Unbalanced parentheses in equation";
-    const std::string no_element = "Equation without an element outside parentheses";
-    const std::string blank = "Blank equation or operand";
-    const std::string bare = "Equation input 'B' without a number";
-    const std::string beyond = "Equation input 2 in a table of width 2";
     const struct {
         bool external;
-        std::string text, message;
+        std::string message;
+        strings texts;
     } cases[] = {
-        {true, "A-B", unexpected("-")},
-        {true, "2", unexpected("2")},
-        {true, "A+(B$)", unexpected("$")},
-        {true, "(A-B)+$", unexpected("$")},
-        {true, "A\n", unexpected("\n")},
-        {true, "A\xE4", unexpected("\\xE4")},
-        {true, std::string(1, '\0'), unexpected("\\x00")},
-        {true, "(A", unbalanced},
-        {true, "(A-", unbalanced},
-        {true, ")(-", unexpected("-")},
-        {true, ")(", no_element},
-        {true, "B+C+(A-", unbalanced},
-        {true, "C", beyond},
-        {true, "C+(A-B)", beyond},
-        {false, "f0=B0", unexpected("F")},
-        {false, " F0=B0", unexpected("F")},
-        {false, "F0=F0=B0", unexpected("F")},
-        {false, "( F0=B0)", unexpected("F")},
-        {false, "!B0", unexpected("!")},
-        {false, "A", unexpected("A")},
-        {false, "B0+x", unexpected("X")},
-        {false, "B0+(x)", unexpected("X")},
-        {false, "B123", unexpected("3")},
-        {false, "", blank},
-        {false, "   ", blank},
-        {false, "F0=", blank},
-        {false, "B0+", blank},
-        {false, "+B0", blank},
-        {false, "~", blank},
-        {false, "(F0=)", blank},
-        {false, "(B0", unbalanced},
-        {false, ")B0(", no_element},
-        {false, "B", bare},
-        {false, "BX", bare},
-        {false, "B2", beyond},
+        {true, unexpected("-"), {"A-B", ")(-"}},
+        {true, unexpected("2"), {"2"}},
+        {true, unexpected("$"), {"A+(B$)", "(A-B)+$"}},
+        {true, unexpected("\n"), {"A\n"}},
+        {true, unexpected("\\xE4"), {"A\xE4"}},
+        {true, unexpected("\\x00"), {std::string(1, '\0')}},
+        {true, "Unbalanced parentheses in equation", {"(A", "(A-", "B+C+(A-"}},
+        {true, "Equation without an element outside parentheses", {")("}},
+        {true, "Equation input 2 in a table of width 2", {"C", "C+(A-B)"}},
+        {false, unexpected("F"), {"f0=B0", " F0=B0", "F0=F0=B0", "( F0=B0)"}},
+        {false, unexpected("!"), {"!B0"}},
+        {false, unexpected("A"), {"A"}},
+        {false, unexpected("X"), {"B0+x", "B0+(x)"}},
+        {false, unexpected("3"), {"B123"}},
+        {false, "Blank equation or operand", {"", "   ", "F0=", "B0+", "+B0", "~", "(F0=)"}},
+        {false, "Unbalanced parentheses in equation", {"(B0"}},
+        {false, "Equation without an element outside parentheses", {")B0("}},
+        {false, "Equation input 'B' without a number", {"B", "BX"}},
+        {false, "Equation input 2 in a table of width 2", {"B2"}},
     };
     for (const auto& each : cases) {
-        BOOL_TRUTH_TABLE table;
-        table.set_value_from_hex_string(3, "5A");
-        read(table, each.external, 2, each.text);
-        EXPECT_EQ(host_recorder::take_statuses(), strings{each.message}) << each.text;
-        EXPECT_EQ(table.width, 3);
-        EXPECT_EQ(table.value.get_hex_string(), "5A");
+        for (const std::string& text : each.texts) {
+            BOOL_TRUTH_TABLE table;
+            table.set_value_from_hex_string(3, "5A");
+            read(table, each.external, 2, text);
+            EXPECT_EQ(host_recorder::take_statuses(), strings{each.message}) << text;
+            EXPECT_EQ(table.width, 3);
+            EXPECT_EQ(table.value.get_hex_string(), "5A");
+        }
     }
 }
 

@@ -3,6 +3,8 @@
 /// element of lowest rank, and the operands beside it are read as texts of their own.
 #pragma once
 
+#include "basbdtt.h"
+
 #include <cstdint>
 #include <string>
 
@@ -14,46 +16,41 @@ struct literal_reader {
     std::uint64_t read(const std::string& text) const
     {
         std::string s = external ? with_conjunctions(text) : text;
-        if (!external && s.compare(0, 3, "F0=") == 0) {
-            s.erase(0, 3);
-        }
+        s.erase(0, !external && s.compare(0, 3, "F0=") == 0 ? 3 : 0);
         std::size_t chosen = std::string::npos;
         int lowest = 5;
         int depth = 0;
-        const auto choose = [&](int rank, std::size_t i) {
-            chosen = rank < lowest ? i : chosen;
-            lowest = rank < lowest ? rank : lowest;
-        };
         for (std::size_t i = 0; i < s.size(); ++i) {
             s[i] = s[i] >= 'a' && s[i] <= 'z' ? static_cast<char>(s[i] - 32) : s[i];
-            if (s[i] == '(' && ++depth == 1) {
-                choose(3, i);
-            } else if (s[i] == ')') {
-                --depth;
-            } else if (depth == 0 && s[i] != ' ' && s[i] != '\t' && s[i] != '(') {
-                if (rank_of(s[i]) < 0) {
-                    throw "Unexpected equation element '" + std::string(1, s[i]) + "'";
-                }
-                choose(rank_of(s[i]), i);
-                if (!external && s[i] == 'B') {
-                    if (!digit(s, i + 1)) {
-                        throw std::string("Equation input 'B' without a number");
-                    }
-                    i += digit(s, i + 2) ? 2 : 1;
-                }
+            const bool examined = depth == 0 && s[i] != ')' && s[i] != ' ' && s[i] != '\t';
+            depth += s[i] == '(' ? 1 : s[i] == ')' ? -1 : 0;
+            const int rank = examined ? rank_of(s[i]) : lowest;
+            chosen = rank < lowest ? i : chosen;
+            lowest = rank < lowest ? rank : lowest;
+            if (examined && !external && s[i] == 'B') {
+                require(digit(s, i + 1), "Equation input 'B' without a number");
+                i += digit(s, i + 2) ? 2 : 1;
             }
         }
-        if (depth != 0) {
-            throw std::string("Unbalanced parentheses in equation");
-        }
+        require(depth == 0, "Unbalanced parentheses in equation");
         if (chosen == std::string::npos) {
-            return blank(s);
+            require(s.find_first_not_of(" \t") == std::string::npos,
+                    "Equation without an element outside parentheses");
+            require(external, "Blank equation or operand");
+            return ones();
         }
         return act(s, chosen);
     }
 
 private:
     std::uint64_t ones() const { return width == 6 ? ~0ULL : (1ULL << (1U << width)) - 1; }
+
+    static void require(bool condition, const std::string& message)
+    {
+        if (!condition) {
+            throw message;
+        }
+    }
 
     static bool digit(const std::string& s, std::size_t i)
     {
@@ -62,23 +59,14 @@ private:
 
     int rank_of(char c) const
     {
-        switch (c) {
-        case '+':
-            return 0;
-        case '@':
-            return external ? -1 : 1;
-        case '*':
-            return external ? 1 : 2;
-        case '!':
-            return external ? 2 : -1;
-        case '~':
-            return external ? 2 : 3;
-        case '0':
-        case '1':
-            return 4;
-        default:
-            return c == 'B' || (external && c >= 'A' && c <= 'Z') ? 4 : -1;
+        static const std::string by_rank[2][5] = {
+            {"+", "@", "*", "(~", "01B"}, {"+", "*", "!~", "(", "01ABCDEFGHIJKLMNOPQRSTUVWXYZ"}};
+        int rank = 0;
+        while (rank < 5 && by_rank[external ? 1 : 0][rank].find(c) == std::string::npos) {
+            ++rank;
         }
+        require(rank < 5, "Unexpected equation element '" + std::string(1, c) + "'");
+        return rank;
     }
 
     static std::string with_conjunctions(const std::string& text)
@@ -88,81 +76,39 @@ private:
             s += text[i];
             const std::size_t next = text.find_first_not_of(" \t", i + 1);
             const char upper = static_cast<char>(text[i] & ~32);
-            if (upper >= 'A' && upper <= 'Z' && next != std::string::npos &&
-                std::string(")*+").find(text[next]) == std::string::npos) {
-                s += '*';
-            }
+            const bool joined = upper >= 'A' && upper <= 'Z' && next != std::string::npos &&
+                                std::string(")*+").find(text[next]) == std::string::npos;
+            s += joined ? "*" : "";
         }
         return s;
     }
 
-    std::uint64_t blank(const std::string& s) const
-    {
-        if (s.find_first_not_of(" \t") != std::string::npos) {
-            throw std::string("Equation without an element outside parentheses");
-        }
-        if (!external) {
-            throw std::string("Blank equation or operand");
-        }
-        return ones();
-    }
-
-    static std::string before(const std::string& s, std::size_t i)
-    {
-        std::string item;
-        for (int depth = 0; i-- > 0;) {
-            depth += s[i] == ')' ? 1 : s[i] == '(' ? -1 : 0;
-            if (depth < 0) {
-                break;
-            }
-            item.insert(0, 1, s[i]);
-        }
-        return item;
-    }
-
-    static std::string after(const std::string& s, std::size_t i)
-    {
-        std::string item;
-        for (int depth = 0; ++i < s.size();) {
-            depth += s[i] == '(' ? 1 : s[i] == ')' ? -1 : 0;
-            if (depth < 0) {
-                break;
-            }
-            item += s[i];
-        }
-        return item;
-    }
-
     std::uint64_t act(const std::string& s, std::size_t i) const
     {
-        switch (s[i]) {
-        case '0':
-            return 0;
-        case '1':
-            return ones();
-        case '(':
-            return read(after(s, i));
-        case '!':
-        case '~':
-            return ~read(after(s, i)) & ones();
-        case '*':
-        case '@':
-        case '+': {
-            const std::uint64_t left = read(before(s, i));
-            const std::uint64_t right = read(after(s, i));
-            return s[i] == '*' ? left & right : s[i] == '@' ? left ^ right : left | right;
+        const char c = s[i];
+        const std::string after = BOOL_TRUTH_TABLE::get_next_eqn_item(s, static_cast<int>(i) + 1);
+        if (c == '0' || c == '1') {
+            return c == '0' ? 0 : ones();
         }
-        default:
-            return projection(external ? s[i] - 'A' : std::stoi(s.substr(i + 1, 2)));
+        if (c == '(') {
+            return read(after);
         }
+        if (c == '!' || c == '~') {
+            return ~read(after) & ones();
+        }
+        if (c == '*' || c == '@' || c == '+') {
+            const std::uint64_t left =
+                read(BOOL_TRUTH_TABLE::get_last_eqn_item(s, static_cast<int>(i) - 1));
+            const std::uint64_t right = read(after);
+            return c == '*' ? left & right : c == '@' ? left ^ right : left | right;
+        }
+        return projection(external ? c - 'A' : std::stoi(s.substr(i + 1, 2)));
     }
 
     std::uint64_t projection(int input) const
     {
-        if (input >= width) {
-            throw "Equation input " + std::to_string(input) + " in a table of width " +
-                std::to_string(width);
-        }
+        require(input < width, "Equation input " + std::to_string(input) + " in a table of width " +
+                                   std::to_string(width));
         std::uint64_t column = 0;
         for (unsigned x = 0; x < 1U << width; ++x) {
             column |= std::uint64_t{x >> input & 1U} << x;
