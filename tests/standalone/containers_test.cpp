@@ -1,11 +1,12 @@
-// Both containers against std::set, with keys and entries that are plain numbers in records of
-// their own, as the library's nodes are.
+// Both containers against std::set, with numbers in records of their own as entries, as the
+// library's nodes are. Eight numbers at a time share a hash.
 
 #include "ut_btr_tree.h"
 #include "ut_hash.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <random>
 #include <set>
@@ -13,136 +14,117 @@
 
 namespace {
 
-struct Record {
+struct record {
     unsigned number;
 };
 
-/// What the hooks of both containers do; the newest container's view stays here for the tests.
-struct Hooks {
-    std::vector<unsigned> freed;
-    UT_STORE* store = nullptr;
+unsigned number_of(const void* key) { return static_cast<const record*>(key)->number; }
 
-    void free_entry(void* entry)
+std::vector<unsigned> seen;
+std::vector<unsigned> freed;
+
+template <typename CONTAINER>
+class freeing : public CONTAINER {
+public:
+    using CONTAINER::CONTAINER;
+    void del_func(void* entry) override
     {
-        Record probe{static_cast<Record*>(entry)->number};
-        EXPECT_EQ(store->s_find(&probe), nullptr) << "an entry that is being freed is still found";
-        freed.push_back(probe.number);
-        delete static_cast<Record*>(entry);
+        EXPECT_EQ(this->s_find(entry), nullptr) << "an entry that is being freed is still found";
+        freed.push_back(number_of(entry));
+        delete static_cast<record*>(entry);
     }
 };
-Hooks hooks;
 
-unsigned number_of(const void* key) { return static_cast<const Record*>(key)->number; }
-
-class HashStore : public UT_HASH {
+class hash_store : public freeing<UT_HASH> {
 public:
-    HashStore() : UT_HASH(3089, 1) { hooks = {{}, this}; }
-    ~HashStore() override { process_and_kill(1, nullptr); }
+    hash_store() : freeing(3089, 1) {}
+    ~hash_store() override { process_and_kill(1, nullptr); }
     unsigned int hash_func(const void* key) override { return number_of(key) / 8 * 64; }
     int comp_func(const void* key, void* entry) override
     {
         return number_of(key) == number_of(entry) ? 0 : 1;
     }
-    void del_func(void* entry) override { hooks.free_entry(entry); }
 };
 
-class TreeStore : public UT_BTR_TREE {
+class tree_store : public freeing<UT_BTR_TREE> {
 public:
-    TreeStore() : UT_BTR_TREE(1) { hooks = {{}, this}; }
-    ~TreeStore() override { flush(nullptr); }
-    void del_func(void* entry) override { hooks.free_entry(entry); }
+    tree_store() : freeing(1) {}
+    ~tree_store() override { flush(nullptr); }
     int comp_func(void* key, const char* entry) override
     {
         return static_cast<int>(number_of(key)) - static_cast<int>(number_of(entry));
     }
 };
 
-template <typename Store>
+template <typename STORE>
 class stores : public testing::Test {
 };
-using StoreTypes = testing::Types<HashStore, TreeStore>;
-TYPED_TEST_SUITE(stores, StoreTypes);
+using STORE_TYPES = testing::Types<hash_store, tree_store>;
+TYPED_TEST_SUITE(stores, STORE_TYPES);
 
-TYPED_TEST(stores, agrees_with_a_set_through_random_work)
+TYPED_TEST(stores, agree_with_a_set_through_random_work)
 {
     for (const unsigned range : {3U, 16U, 40U, 10000U}) {
         SCOPED_TRACE(testing::Message() << "numbers below " << range << ", seed " << range);
         std::mt19937 random(range);
-        std::vector<unsigned> expected_freed;
+        std::set<unsigned> numbers;
+        freed.clear();
         {
             TypeParam store;
-            std::set<unsigned> numbers;
             for (int step = 0; step < 30000; ++step) {
-                Record probe{static_cast<unsigned>(random()) % range};
-                auto* found = static_cast<Record*>(store.s_find(&probe));
+                record probe{static_cast<unsigned>(random()) % range};
+                auto* found = static_cast<record*>(store.s_find(&probe));
                 ASSERT_EQ(found != nullptr, numbers.count(probe.number) == 1);
-                if (found != nullptr) {
-                    ASSERT_EQ(found->number, probe.number);
-                    ASSERT_EQ(store.s_add(&probe, nullptr), found) << "an equal entry stays";
+                ASSERT_TRUE(found == nullptr || found->number == probe.number);
+                if (random() % 2 == 0) { // an addition or removal also follows another search
+                    record other{static_cast<unsigned>(random()) % range};
+                    store.s_find(&other);
                 }
                 if (random() % 3 == 0) {
-                    const std::unique_ptr<Record> removed(
-                        static_cast<Record*>(store.s_remove(&probe)));
+                    const std::unique_ptr<record> removed(
+                        static_cast<record*>(store.s_remove(&probe)));
                     ASSERT_EQ(removed.get(), found);
                     numbers.erase(probe.number);
-                } else if (found == nullptr) {
-                    auto* added = new Record(probe);
-                    ASSERT_EQ(store.s_add(added, nullptr), added);
-                    ASSERT_EQ(store.s_find(&probe), added);
+                } else {
+                    auto fresh = std::make_unique<record>(probe);
+                    void* const stored = store.s_add(fresh.get(), nullptr);
+                    ASSERT_EQ(stored, found == nullptr ? fresh.release() : found);
                     numbers.insert(probe.number);
                 }
             }
-            expected_freed.assign(numbers.begin(), numbers.end());
         }
-        std::sort(hooks.freed.begin(), hooks.freed.end());
-        EXPECT_EQ(hooks.freed, expected_freed);
+        std::sort(freed.begin(), freed.end());
+        EXPECT_EQ(freed, std::vector<unsigned>(numbers.begin(), numbers.end()));
     }
 }
 
-TYPED_TEST(stores, adds_after_a_search_for_another_key)
+TEST(containers, show_every_entry_once_and_free_it_when_told)
 {
-    TypeParam store;
-    for (const unsigned mask : {64U, 1U}) { // of another hash, and of the same
-        for (const unsigned number : {50U, 10U, 90U, 30U}) {
-            Record probe{number};
-            auto* found = store.s_find(&probe);
-            Record other{number ^ mask};
-            ASSERT_EQ(store.s_find(&other), nullptr);
-            auto record = std::make_unique<Record>(probe);
-            void* const stored = store.s_add(record.get(), nullptr);
-            ASSERT_EQ(stored, found == nullptr ? record.release() : found) << number;
-        }
+    record kept[100];
+    hash_store table;
+    tree_store tree;
+    std::vector<unsigned> numbers;
+    for (unsigned number = 0; number < std::size(kept); ++number) {
+        kept[number].number = number;
+        table.s_add(&kept[number], nullptr);
+        tree.s_add(new record{99 - number}, nullptr);
+        numbers.push_back(number);
     }
-}
+    seen.clear();
+    freed.clear();
+    table.process_and_kill(0, [](void* entry) { seen.push_back(number_of(entry)); });
+    std::sort(seen.begin(), seen.end());
+    EXPECT_EQ(seen, numbers);
+    EXPECT_TRUE(freed.empty());
+    EXPECT_EQ(table.s_find(&kept[0]), nullptr);
 
-TEST(hash, shows_each_entry_and_frees_it_only_when_told)
-{
-    static std::set<unsigned> seen;
-    HashStore table;
-    std::vector<std::unique_ptr<Record>> records;
-    for (unsigned number = 0; number < 100; ++number) {
-        records.push_back(std::make_unique<Record>(Record{number}));
-        table.s_add(records.back().get(), nullptr);
-    }
-    table.process_and_kill(0, [](void* entry) { seen.insert(number_of(entry)); });
-    EXPECT_EQ(seen.size(), records.size());
-    EXPECT_TRUE(hooks.freed.empty());
-    EXPECT_EQ(table.s_find(records[0].get()), nullptr);
-}
-
-TEST(tree, shows_each_entry_in_order_before_it_is_freed)
-{
-    static std::vector<unsigned> seen;
-    TreeStore tree;
-    for (const unsigned number : {2U, 3U, 1U}) {
-        tree.s_add(new Record{number}, nullptr);
-    }
+    seen.clear();
     tree.flush([](void** entry, void* extra) {
         EXPECT_EQ(extra, nullptr);
         seen.push_back(number_of(*entry));
     });
-    EXPECT_EQ(seen, (std::vector<unsigned>{1, 2, 3}));
-    EXPECT_EQ(hooks.freed, seen);
+    EXPECT_EQ(seen, numbers) << "in order";
+    EXPECT_EQ(freed, numbers);
 }
 
 } // namespace

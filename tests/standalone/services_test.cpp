@@ -1,5 +1,5 @@
-#include "host_recorder.h"
 #include "ut_fastmem.h"
+#include "ut_msgman.h"
 #include "ut_text.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <cstring>
 #include <set>
-#include <vector>
 
 TEST(pool, blocks_are_aligned_disjoint_and_used_again)
 {
@@ -16,11 +15,10 @@ TEST(pool, blocks_are_aligned_disjoint_and_used_again)
         std::set<unsigned char*> blocks;
         for (int i = 0; i < 2000; ++i) {
             auto* block = static_cast<unsigned char*>(pool.getnewptr());
-            std::memset(block, i & 0xFF, size);
+            std::memset(block, 0xFF, size);
             EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block) % alignof(void*), 0U);
             const auto [place, fresh] = blocks.insert(block);
-            ASSERT_TRUE(fresh);
-            ASSERT_TRUE(place == blocks.begin() || *std::prev(place) + size <= block);
+            ASSERT_TRUE(fresh && (place == blocks.begin() || *std::prev(place) + size <= block));
         }
         for (unsigned char* block : blocks) {
             pool.free(block);
@@ -29,8 +27,13 @@ TEST(pool, blocks_are_aligned_disjoint_and_used_again)
     }
 }
 
-TEST(services, the_executables_status_sink_wins)
+TEST(messages, are_lines_on_standard_error)
 {
-    ut_status(neoform("%d:%d", 4, 11));
-    EXPECT_EQ(host_recorder::take_statuses(), std::vector<std::string>{"4:11"});
+    testing::internal::CaptureStderr();
+    ut_status(neoform("width %d", 31));
+    ut_msgman->report("", cae_appname, neoform("4:%d", 11), 252, "1.0", 2, nullptr);
+    ut_msgman->report(nullptr, nullptr, nullptr, 7, nullptr, 2, nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "width 31\n"
+                                                      "basbd: internal error 4:11, line 252, 1.0\n"
+                                                      "basbd: internal error , line 7, \n");
 }
