@@ -1,26 +1,19 @@
 /// @file
-/// @brief The process's `operator new` and the node pool, made to fail on demand.
+/// @brief The process's `operator new`, made to fail on demand.
 ///
-/// Both are replaced in the test program, which reaches into the shared libraries as well.
+/// It is replaced in the test program, which reaches into the shared libraries as well; a node pool
+/// that takes each block from it fails with it.
 #pragma once
 
 namespace failing_heap {
 
-enum class FAIL {
-    ONCE,      ///< one allocation
-    FROM_THERE ///< that allocation and all after it
-};
-
-/// Makes the allocation number `at`, counted from 1 and from now, fail.
-void arm(long at, FAIL mode);
+/// Of the allocations from now on, counted from 1, `first` to `last` fail.
+void arm(long first, long last);
 
 /// Lets allocations succeed again. @return the number that has failed since `arm`
 long disarm();
 
-/// Blocks of `operator new` and of the pool that are in use.
+/// Blocks in use.
 long live_blocks();
-
-/// The allocations that have failed since the start of the process.
-long failures();
 
 } // namespace failing_heap

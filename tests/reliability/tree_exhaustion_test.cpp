@@ -12,18 +12,16 @@ namespace {
 using tree_oracle::signal;
 
 /// A function over a tree that leans both ways, and one built signal by signal.
-template <unsigned DEPTH>
 struct TREES {
-    TREES()
+    explicit TREES(unsigned depth)
     {
-        function->root = new BOOL_TNODE(4, signal(0));
-        for (unsigned i = 1; i <= DEPTH; ++i) {
-            BOOL_TNODE* below = function->root;
-            auto* leaf = new BOOL_TNODE(static_cast<char>(4 + i % 12), signal(i % 12));
-            const auto op = static_cast<char>(i % 3);
-            function->root = i % 2 == 0 ? new BOOL_TNODE(op, below, 1, leaf, 0)
-                                        : new BOOL_TNODE(op, leaf, 0, below, 1);
+        std::string shape = "aA";
+        for (unsigned i = 1; i <= depth; ++i) {
+            const std::string leaf{"bcdefgh"[i % 7], "BCDEFG"[i % 6]};
+            const std::string op(1, "*@+"[i % 3]);
+            shape = op + (i % 2 == 0 ? "(~" + shape + ',' + leaf : '(' + leaf + ",~" + shape) + ')';
         }
+        function->root = tree_oracle::parse_shape(shape.c_str());
         function->nsuppt = function->countsuppt();
         for (unsigned i = 0; i < 6; ++i) {
             chain->addsigtofunc(signal(i), i % 2);
@@ -32,12 +30,11 @@ struct TREES {
 
     std::string describe() const
     {
-        std::string description = text;
+        std::string all = text;
         for (const auto* f : {function.get(), chain.get(), made.get()}) {
-            description += f == nullptr ? "none" : tree_oracle::shape(f->root);
-            description += f == nullptr ? "" : std::to_string(f->rootcompl * 100 + f->nsuppt);
+            all += f == nullptr ? "none" : tree_oracle::shape(*f) + std::to_string(f->nsuppt);
         }
-        return description;
+        return all;
     }
 
     using OWNED = std::unique_ptr<BOOL_FUNC>;
@@ -45,78 +42,64 @@ struct TREES {
     OWNED chain = std::make_unique<BOOL_FUNC>(BOOL_FUNC_AND, nullptr, BOOL_VAR_A);
     OWNED made = std::make_unique<BOOL_FUNC>();
     std::string text;
-
-    static const exhaustion::OPERATION<TREES> operations[];
 };
 
-// clang-format off
-template <unsigned DEPTH>
-const exhaustion::OPERATION<TREES<DEPTH>> TREES<DEPTH>::operations[] = {
-    OPERATION_OF(TREES, delete new BOOL_TNODE(3, signal(0))),
-    OPERATION_OF(TREES, tree_oracle::FREE_TREE()(new BOOL_TNODE(s.function->root))),
-    OPERATION_OF(TREES, s.chain->root->addsig(signal(7), 1)),
-    OPERATION_OF(TREES, s.function->root->subtreeforsig(signal(3), s.chain->root, 1)),
-    OPERATION_OF(TREES, s.function->root->rmsigfromtree(signal(1))),
-    OPERATION_OF(TREES, s.function->root->reducetrivialsubtrees()),
-    OPERATION_OF(TREES, s.function->root->pushbubblestoleaves(1)),
-    OPERATION_OF(TREES, s.made = std::make_unique<BOOL_FUNC>(BOOL_FUNC_OR, nullptr, BOOL_VAR_A)),
-    OPERATION_OF(TREES, s.made = std::make_unique<BOOL_FUNC>(s.function.get())),
-    OPERATION_OF(TREES, s.function = nullptr),
-    OPERATION_OF(TREES, s.made->setfunctype(BOOL_FUNC_XOR)),
-    OPERATION_OF(TREES, s.chain->addsigtofunc(signal(7), 1)),
-    OPERATION_OF(TREES, s.function->setlogic1()),
-    OPERATION_OF(TREES, s.function->setlogic0()),
-    OPERATION_OF(TREES, s.function->buildcofactexpr(signal(0), signal(1), signal(2))),
-    OPERATION_OF(TREES, s.text = s.function->islogic1() ? "1" : "0"),
-    OPERATION_OF(TREES, s.text = s.function->islogic0() ? "1" : "0"),
-    OPERATION_OF(TREES, s.text = std::to_string(s.function->countsupptunion(s.chain.get()))),
-    OPERATION_OF(TREES, s.text = std::to_string(s.function->getpurefunc())),
-    OPERATION_OF(TREES, s.function->setvarname(signal(2), BOOL_VAR_QX)),
-    OPERATION_OF(TREES, s.function->setsigto1(signal(2))),
-    OPERATION_OF(TREES, s.function->setsigto0(signal(3))),
-    OPERATION_OF(TREES, s.function->complsiginfunc(signal(1))),
-    OPERATION_OF(TREES, s.function->exchangexy()),
-    OPERATION_OF(TREES, s.function->subsig1forsig2(signal(20), signal(2))),
-    OPERATION_OF(TREES, s.function->substfnforsig(signal(3), s.chain.get())),
-    OPERATION_OF(TREES, s.function->rmsigfromfunc(signal(1))),
-    OPERATION_OF(TREES, s.function->cleanbufs()),
-    OPERATION_OF(TREES, s.made.reset(s.chain->breakfunc(2))),
-    OPERATION_OF(TREES, s.text = std::unique_ptr<char[]>(s.function->writeeqn()).get()),
+const OPERATION<TREES> operations[] = {
+    [](TREES& /*s*/) { delete new BOOL_TNODE(3, signal(0)); },
+    [](TREES& s) { tree_oracle::FREE_TREE()(new BOOL_TNODE(s.function->root)); },
+    [](TREES& s) { s.chain->root->addsig(signal(7), 1); },
+    [](TREES& s) { s.function->root->subtreeforsig(signal(3), s.chain->root, 1); },
+    [](TREES& s) { s.function->root->rmsigfromtree(signal(1)); },
+    [](TREES& s) { s.function->root->reducetrivialsubtrees(); },
+    [](TREES& s) { s.function->root->pushbubblestoleaves(1); },
+    [](TREES& s) { s.made = std::make_unique<BOOL_FUNC>(BOOL_FUNC_OR, nullptr, BOOL_VAR_A); },
+    [](TREES& s) { s.made = std::make_unique<BOOL_FUNC>(s.function.get()); },
+    [](TREES& s) { s.function = nullptr; },
+    [](TREES& s) { s.made->setfunctype(BOOL_FUNC_XOR); },
+    [](TREES& s) { s.chain->addsigtofunc(signal(7), 1); },
+    [](TREES& s) { s.function->setlogic1(); },
+    [](TREES& s) { s.function->setlogic0(); },
+    [](TREES& s) { s.function->buildcofactexpr(signal(0), signal(1), signal(2)); },
+    [](TREES& s) { s.text = s.function->islogic1() ? "1" : "0"; },
+    [](TREES& s) { s.text = s.function->islogic0() ? "1" : "0"; },
+    [](TREES& s) { s.text = std::to_string(s.function->countsupptunion(s.chain.get())); },
+    [](TREES& s) { s.text = std::to_string(s.function->getpurefunc()); },
+    [](TREES& s) { s.function->setvarname(signal(2), BOOL_VAR_QX); },
+    [](TREES& s) { s.function->setsigto1(signal(2)); },
+    [](TREES& s) { s.function->setsigto0(signal(3)); },
+    [](TREES& s) { s.function->complsiginfunc(signal(1)); },
+    [](TREES& s) { s.function->exchangexy(); },
+    [](TREES& s) { s.function->subsig1forsig2(signal(20), signal(2)); },
+    [](TREES& s) { s.function->substfnforsig(signal(3), s.chain.get()); },
+    [](TREES& s) { s.function->rmsigfromfunc(signal(1)); },
+    [](TREES& s) { s.function->cleanbufs(); },
+    [](TREES& s) { s.made.reset(s.chain->breakfunc(2)); },
+    [](TREES& s) { s.text = std::unique_ptr<char[]>(s.function->writeeqn()).get(); },
 };
-// clang-format on
-
-template <typename SUBJECT>
-class tree_exhaustion : public testing::Test {
-};
-using SUBJECTS = testing::Types<TREES<3>, TREES<100>>;
-TYPED_TEST_SUITE(tree_exhaustion, SUBJECTS);
 
 /// The first function with names chooses the table for good, so this comes before all others.
 TEST(name_table_exhaustion, is_chosen_once_it_is_complete)
 {
-    const std::string text = "a name that takes a block of its own";
-    std::vector<const char*> names(BOOL_VAR_QY + 1, text.c_str());
-    long live_before = 0;
+    std::vector<const char*> names(BOOL_VAR_QY + 1, "a name in a block of its own");
+    const long live_before = failing_heap::live_blocks();
     bool chosen = false;
     for (long at = 1; !chosen; ++at) {
-        live_before = failing_heap::live_blocks();
-        failing_heap::arm(at, failing_heap::FAIL::FROM_THERE);
+        ASSERT_EQ(failing_heap::live_blocks(), live_before) << "allocation " << at - 1;
+        failing_heap::arm(at, LONG_MAX);
         try {
-            const BOOL_FUNC first(BOOL_FUNC_OR, names.data(), BOOL_VAR_QY);
+            BOOL_FUNC(BOOL_FUNC_OR, names.data(), BOOL_VAR_QY);
             chosen = true;
         } catch (const std::bad_alloc&) {
-            EXPECT_EQ(failing_heap::live_blocks(), live_before) << "allocation " << at;
         }
         failing_heap::disarm();
     }
     EXPECT_EQ(failing_heap::live_blocks(), live_before + BOOL_VAR_QY + 1) << "a copy of each name";
 }
 
-TYPED_TEST(tree_exhaustion, of_every_operation)
+TEST(tree_exhaustion, of_every_operation)
 {
-    for (const auto& operation : TypeParam::operations) {
-        exhaustion::exhaust(operation);
-    }
+    exhaust(operations, 3U);
+    exhaust(operations, 100U);
 }
 
 } // namespace
