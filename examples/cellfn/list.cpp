@@ -6,6 +6,7 @@
 #include "text_table.h"
 
 #include <iostream>
+#include <utility>
 
 namespace cellfn {
 
@@ -25,8 +26,16 @@ int list(const std::string& file, bool tsv)
                 std::cerr << file << ':' << each.line << ": cell " << each.name << ": " << found
                           << '\n';
             }
-            table.add({each.name, joined(each.function.pins), all.texts.hexadecimal,
-                       all.texts.external, all.texts.internal, all.equation(), bdd_text(all.bdd)});
+            std::vector<std::string> row{
+                each.name,          joined(each.function.pins), all.texts.hexadecimal,
+                all.texts.external, all.texts.internal,         all.equation(),
+                bdd_text(all.bdd)};
+            if (!tsv) {
+                for (std::string& text : row) {
+                    text = elide(text, longest_shown);
+                }
+            }
+            table.add(std::move(row));
             shown.advance();
         }
     }

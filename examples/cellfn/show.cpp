@@ -11,8 +11,6 @@ namespace cellfn {
 
 namespace {
 
-constexpr std::size_t longest = 2000; ///< of a text that is shown in full
-
 /// @brief A function that is only known as a table, as an expression over its inputs.
 ///
 /// The library's own text is a good one: it drops inputs without effect and finds XOR. Only its
@@ -63,11 +61,11 @@ int show(const std::string& function, int width, graph wanted)
         }
         std::cout << "inputs    " << joined(argument.inputs) << '\n'
                   << "depends   " << (support.empty() ? "on none" : "on " + support) << '\n'
-                  << "column    0x" << elide(all.texts.hexadecimal, longest) << '\n'
-                  << "external  " << elide(all.texts.external, longest) << '\n'
-                  << "internal  " << elide(all.texts.internal, longest) << '\n'
-                  << "tree      " << elide(all.equation(), longest) << '\n'
-                  << "BDD       " << elide(bdd_text(all.bdd), longest) << '\n'
+                  << "column    0x" << elide(all.texts.hexadecimal, longest_shown) << '\n'
+                  << "external  " << elide(all.texts.external, longest_shown) << '\n'
+                  << "internal  " << elide(all.texts.internal, longest_shown) << '\n'
+                  << "tree      " << elide(all.equation(), longest_shown) << '\n'
+                  << "BDD       " << elide(bdd_text(all.bdd), longest_shown) << '\n'
                   << "nodes     " << nodes_below(all.bdd.bdd).size() << " in the BDD, "
                   << all.tree.function.root->countleaves() << " leaves in the tree\n";
     }

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t gap = 2;
 constexpr std::size_t narrowest = 12; ///< a column is not cut below this, even on a small terminal
-constexpr std::size_t default_line = 160;
+constexpr std::size_t aligned_line = 160; ///< where no line is too long
 
 /// The largest cut at which all columns still fit on a line.
 std::size_t cut_for(const std::vector<std::size_t>& widths, std::size_t line_width)
@@ -58,8 +58,7 @@ std::string joined(const std::vector<std::string>& words)
 std::size_t output_width()
 {
     winsize size{};
-    const bool is_known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return is_known ? size.ws_col : default_line;
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
 }
 
 void text_table::print_tsv(std::ostream& out) const
@@ -80,12 +79,15 @@ void text_table::print_aligned(std::ostream& out, std::size_t line_width) const
             widths[i] = std::max(widths[i], visible(row[i]).size());
         }
     }
-    const std::size_t cut = cut_for(widths, line_width);
+    const bool is_limited = line_width > 0;
+    const std::size_t cut = cut_for(widths, is_limited ? line_width : aligned_line);
     for (const auto& row : rows) {
         std::string line;
         for (std::size_t i = 0; i < row.size(); ++i) {
-            const std::string text = elide(visible(row[i]), cut);
-            line += text + std::string(std::min(widths[i], cut) - text.size() + gap, ' ');
+            const std::string full = visible(row[i]);
+            const std::string text = is_limited ? elide(full, cut) : full;
+            const std::size_t width = std::max(std::min(widths[i], cut), text.size());
+            line += text + std::string(width - text.size() + gap, ' ');
         }
         line.erase(line.find_last_not_of(' ') + 1);
         out << line << '\n';

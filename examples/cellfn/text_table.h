@@ -21,7 +21,9 @@ public:
     /// Every text in full, the header first.
     void print_tsv(std::ostream& out) const;
 
-    /// In columns no wider than lets a line fit `line_width`; a longer text loses its middle.
+    /// @brief In columns no wider than lets a line fit `line_width`; a longer text loses its
+    /// middle.
+    /// @param line_width  0 for no limit: longer texts are printed in full, out of line
     void print_aligned(std::ostream& out, std::size_t line_width) const;
 
 private:
@@ -34,7 +36,10 @@ std::string elide(const std::string& text, std::size_t limit);
 /// The words with blanks between them.
 std::string joined(const std::vector<std::string>& words);
 
-/// The width of the terminal behind standard output; a moderate one when there is none.
+/// Of a text that is shown in full where people read it.
+constexpr std::size_t longest_shown = 2000;
+
+/// The width of the terminal behind standard output; 0 when there is none.
 std::size_t output_width();
 
 } // namespace cellfn

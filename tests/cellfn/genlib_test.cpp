@@ -59,42 +59,4 @@ TEST(genlib, cells)
     EXPECT_EQ(read.cells[2].output, "Y");
 }
 
-TEST(genlib, diagnostics_name_line_and_expectation)
-{
-    std::string wide = "a";
-    for (int i = 0; i < 26; ++i) {
-        wide += "*p" + std::to_string(i);
-    }
-    const std::vector<std::pair<std::string, std::string>> table{
-        {"\nGATE ;", "2: expected the name of a cell after GATE"},
-        {"GATE g ;", "1: cell g: expected a number as the area instead of ''"},
-        {"GATE g 1e999 y=a;", "1: cell g: expected a number as the area instead of '1e999'"},
-        {"GATE g 1 y a;", "1: cell g: expected 'output=expression;' after the area"},
-        {"GATE g 1\ny=a+\n;", "3: cell g: expected a pin, a constant, '!' or '(' instead of ';'"},
-        {"GATE g 1 y=a*\x81;",
-         "1: cell g: expected a pin, a constant, '!' or '(' instead of '\\x81'"},
-        {"GATE g 1 y=(a;", "1: cell g: expected ')' before ';'"},
-        {"GATE g 1 y=a);", "1: cell g: ')' without '('"},
-        {"GATE g 1 y=a", "2: cell g: expected ';' before GATE"},
-        {"GATE g 1 y=a\nPIN * INV 1 2 3 4 5 6", "2: cell g: expected ';' before PIN"},
-        {"GATE g 1 y=" + wide + ";", "1: cell g: 27 inputs; expected at most 26"},
-        {"GATE g 1 y=a; PIN b INV 1 2 3 4 5 6",
-         "1: cell g: PIN b: expected '*' or an input of the cell's function"},
-        {"GATE g 1 y=a; PIN a UP 1 2 3 4 5 6",
-         "1: cell g: PIN a: expected INV, NONINV or UNKNOWN instead of 'UP'"},
-        {"GATE g 1 y=a; PIN a INV 1 2 3 4 5",
-         "2: cell g: PIN a: expected a number as the fall slope instead of 'GATE'"},
-        {"PIN a INV 1 2 3 4 5 6", "1: PIN without a cell before it"},
-        {"CELL g", "1: expected GATE, PIN or LATCH instead of 'CELL'"},
-        {"LATCH d 1 Q=D; PIN * INV 1 2 3 4 5 6\nSEQ Q ANY", "1: note: LATCH passed over"},
-    };
-    for (const auto& [text, expected] : table) {
-        const library read = read_genlib("x", text + "\nGATE next 1 y=a;");
-        ASSERT_EQ(read.diagnostics.size(), 1U) << text;
-        const diagnostic& first = read.diagnostics.front();
-        EXPECT_EQ(std::to_string(first.line) + ": " + first.message, expected);
-        EXPECT_EQ(read.cells.empty() ? "" : read.cells.back().name, "next") << text;
-    }
-}
-
 } // namespace

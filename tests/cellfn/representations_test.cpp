@@ -87,10 +87,14 @@ TEST(text_table, fits_its_line)
     table.add({std::string(50, 'x'), ""});
     std::ostringstream aligned;
     table.print_aligned(aligned, 30);
-    EXPECT_EQ(aligned.str(), "a                           b\nxxxxxxxxxxxx...xxxxxxxxxxx  \"\"\n");
+    table.print_aligned(aligned, 0);
+    const std::string full(50, 'x');
+    EXPECT_EQ(aligned.str(), "a                           b\nxxxxxxxxxxxx...xxxxxxxxxxx  \"\"\n"
+                             "a" +
+                                 std::string(51, ' ') + "b\n" + full + "  \"\"\n");
     std::ostringstream tsv;
     table.print_tsv(tsv);
-    EXPECT_EQ(tsv.str(), "a\tb\n" + std::string(50, 'x') + "\t\n");
+    EXPECT_EQ(tsv.str(), "a\tb\n" + full + "\t\n");
 }
 
 } // namespace
