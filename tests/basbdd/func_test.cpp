@@ -4,19 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
 
+using tree_oracle::FUNC;
 using tree_oracle::signal;
 
 namespace {
 
-char names[] = "abcdefghijklm";
-constexpr auto AND = static_cast<char>(BOOL_OP_AND);
-constexpr auto XOR = static_cast<char>(BOOL_OP_XOR);
-constexpr auto SIG = static_cast<char>(BOOL_OP_SIG);
-
 std::string text_of(BDD_FUNC& f)
 {
     char out[256];
+    char names[] = "abcdefghijklm";
     f.printbddexpr(out, names);
     return out;
 }
@@ -26,23 +24,19 @@ std::vector<unsigned short> support_of(const BDD_FUNC& f)
     return {f.suppt, f.suppt + f.nvars + 1};
 }
 
-BOOL_TNODE* leaf(unsigned index) { return new BOOL_TNODE(SIG, signal(index)); }
-
-/// A BOOL_FUNC around a tree.
-struct TREE_FUNC : BOOL_FUNC {
-    explicit TREE_FUNC(BOOL_TNODE* tree, unsigned char complemented = 0)
-    {
-        root = tree;
-        rootcompl = complemented;
-    }
-};
-
 /// Variables 0 to 2 stand for the tree oracle's signals.
 struct func : testing::Test {
     TECHMAP_SIG* signals[3] = {signal(0), signal(1), signal(2)};
     BDD_MANAGER manager{BDD_STORE_HASH, 3, signals};
-    TREE_FUNC conjunction{new BOOL_TNODE(AND, leaf(0), 0, leaf(1), 0)};
+    FUNC conjunction{"*(a,b)"};
     BDD_FUNC f{3, &conjunction, &manager, nullptr};
+
+    std::string converted(const char* shape, unsigned short* remap = nullptr)
+    {
+        FUNC tree(shape);
+        BDD_FUNC bdd(3, &tree, &manager, remap);
+        return text_of(bdd);
+    }
 };
 
 } // namespace
@@ -71,24 +65,28 @@ TEST(typical_request, runs_as_it_stands)
 
 TEST_F(func, edits_are_seen_in_text_and_support)
 {
-    const auto edited = [&](auto edit) {
-        BDD_FUNC copy(&f);
-        edit(copy);
-        return text_of(copy) + " " + std::to_string(copy.nsuppt);
-    };
-    TREE_FUNC parity(new BOOL_TNODE(XOR, leaf(0), 0, leaf(2), 0));
+    FUNC parity("@(a,c)");
     BDD_FUNC g(3, &parity, &manager, nullptr);
     EXPECT_EQ(text_of(g), "~(a?c:~c)");
-    EXPECT_EQ(edited([&](auto& c) { c.setsigto1(signal(1)); }), "a 1");
-    EXPECT_EQ(edited([&](auto& c) { c.setsigto0(signal(1)); }), "0 0");
-    EXPECT_EQ(edited([&](auto& c) { c.complsiginfn(signal(1)); }), "~(a?b:1) 2");
-    EXPECT_EQ(edited([&](auto& c) { c.substfnforsig(signal(1), &g); }), "~(a?c:1) 2");
-    EXPECT_EQ(edited([&](auto& c) { c.setsigto1(signal(2)); }), "(a?b:0) 2");
-    EXPECT_EQ(edited([&](auto& c) { c.setsigto1(signal(9)); }), "0 0");
-    EXPECT_EQ(edited([&](auto& c) { c.setsigto0(signal(9)); }), "0 0");
-    EXPECT_EQ(edited([&](auto& c) { c.complsiginfn(signal(9)); }), "0 0");
-    EXPECT_EQ(edited([&](auto& c) { c.substfnforsig(signal(9), &g); }), "0 0");
-    EXPECT_EQ(edited([&](auto& c) { c.setbdd(nullptr); }), "0 0");
+    const auto edited = [&](void (*edit)(BDD_FUNC&, TECHMAP_SIG*, BDD_FUNC&), unsigned index) {
+        BDD_FUNC copy(&f);
+        edit(copy, signal(index), g);
+        return text_of(copy) + " " + std::to_string(copy.nsuppt);
+    };
+    const auto set_1 = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC&) { c.setsigto1(sig); };
+    const auto set_0 = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC&) { c.setsigto0(sig); };
+    const auto flip = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC&) { c.complsiginfn(sig); };
+    const auto put = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC& fn) { c.substfnforsig(sig, &fn); };
+    EXPECT_EQ(edited(set_1, 1), "a 1");
+    EXPECT_EQ(edited(set_0, 1), "0 0");
+    EXPECT_EQ(edited(flip, 1), "~(a?b:1) 2");
+    EXPECT_EQ(edited(put, 1), "~(a?c:1) 2");
+    EXPECT_EQ(edited(set_1, 2), "(a?b:0) 2");
+    EXPECT_EQ(edited(set_1, 9) + edited(set_0, 9) + edited(flip, 9) + edited(put, 9),
+              "0 00 00 00 0");
+    BDD_FUNC without(&f);
+    without.setbdd(nullptr);
+    EXPECT_EQ(text_of(without), "0");
     EXPECT_EQ(text_of(f), "(a?b:0)");
     std::vector<unsigned short> list{1, 5, 0xFFFF, 0xFFFF, 0xFFFF};
     f.bdd->adduniqueidx(list.data());
@@ -98,20 +96,13 @@ TEST_F(func, edits_are_seen_in_text_and_support)
 
 TEST_F(func, converts_odd_trees)
 {
-    const auto converted = [&](BOOL_TNODE* tree, unsigned char complemented = 0,
-                               unsigned short* remap = nullptr) {
-        TREE_FUNC function(tree, complemented);
-        BDD_FUNC bdd(3, &function, &manager, remap);
-        return text_of(bdd);
-    };
+    const std::pair<const char*, const char*> cases[] = {
+        {"1", "1"}, {"~1", "0"}, {"*(-,a)", "0"}, {"?(~a,-)", "~a"}, {"-", "0"}, {"~-", "1"}};
+    for (const auto& [tree, text] : cases) {
+        EXPECT_EQ(converted(tree), text) << tree;
+    }
     unsigned short exchange[] = {1, 0, 2};
-    EXPECT_EQ(converted(new BOOL_TNODE(BOOL_OP_ONE)), "1");
-    EXPECT_EQ(converted(new BOOL_TNODE(BOOL_OP_ONE), 1), "0");
-    EXPECT_EQ(converted(new BOOL_TNODE(AND, nullptr, 0, leaf(0), 0)), "0");
-    EXPECT_EQ(converted(new BOOL_TNODE(23, leaf(0), 1, nullptr, 0)), "~a");
-    EXPECT_EQ(converted(new BOOL_TNODE(AND, leaf(0), 0, leaf(1), 1), 0, exchange), "~(a?1:~b)");
-    EXPECT_EQ(converted(nullptr), "0");
-    EXPECT_EQ(converted(nullptr, 1), "1");
+    EXPECT_EQ(converted("*(a,~b)", exchange), "~(a?1:~b)");
 }
 
 TEST_F(func, reports_each_misuse_once)
@@ -147,8 +138,8 @@ TEST_F(func, reports_each_misuse_once)
     EXPECT_EQ(lines(), LINES{241});
 
     // One unknown signal on two paths, below a good subtree and an unknown operator.
-    auto* bad = new BOOL_TNODE(AND, leaf(0), 0, leaf(9), 0);
-    TREE_FUNC shared(new BOOL_TNODE(23, bad, 1, new BOOL_TNODE(XOR, leaf(1), 0, bad, 0), 0), 1);
+    FUNC shared("~?(~*(a,j),@(b,-))");
+    shared.root->right->right = shared.root->left;
     BDD_FUNC g(3, &shared, &manager, nullptr);
     EXPECT_EQ(lines(), (LINES{563, 563, 586}));
     EXPECT_EQ(text_of(g), "1") << "the complement of what could not be converted";
@@ -174,8 +165,9 @@ TEST(conversion, agrees_with_the_tree_evaluator)
         shapes.signals = 1 + seed % variables;
         shapes.depth = 9;
         shapes.lone_right = shapes.shared = true;
-        TREE_FUNC tree(tree_oracle::random_tree(random, shapes),
-                       static_cast<unsigned char>(seed % 2));
+        BOOL_FUNC tree;
+        tree.root = tree_oracle::random_tree(random, shapes);
+        tree.rootcompl = seed % 2;
         const auto expected = tree_oracle::column(tree, variables);
         BDD_MANAGER manager(BDD_STORE_METHOD(seed % 2), variables, order);
         BDD_FUNC straight(variables, &tree, &manager, nullptr);

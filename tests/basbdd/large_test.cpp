@@ -11,24 +11,25 @@ namespace {
 
 class large : public testing::TestWithParam<BDD_STORE_METHOD> {};
 
-/// x0 op (x1 op (x2 op ...)), and the manager's variables for the leaves.
-BOOL_TNODE* chain(char op, const std::vector<TECHMAP_SIG*>& signals)
-{
-    constexpr auto SIG = static_cast<char>(BOOL_OP_SIG);
-    auto* tree = new BOOL_TNODE(SIG, signals.back());
-    for (std::size_t i = signals.size() - 1; i-- > 0;) {
-        tree = new BOOL_TNODE(op, new BOOL_TNODE(SIG, signals[i]), 0, tree, 0);
+/// The tree x0 op (x1 op (x2 op ...)) over the manager's variables.
+struct CHAIN : BOOL_FUNC {
+    CHAIN(const MANAGER& m, BOOL_OP op)
+    {
+        const auto leaf = [](TECHMAP_SIG* sig) { return new BOOL_TNODE(BOOL_OP_SIG, sig); };
+        root = leaf(m.signals.back());
+        for (std::size_t i = m.signals.size() - 1; i-- > 0;) {
+            root = new BOOL_TNODE(static_cast<char>(op), leaf(m.signals[i]), 0, root, 0);
+        }
     }
-    return tree;
-}
+};
 
 /// The placements of n queens, row by row: none, or one that nothing above it attacks.
 BDD_NODE* queens(MANAGER& m, int n)
 {
-    const auto attacks = [&](int a, int b) {
+    const auto attacks = [n](int a, int b) {
         const int rows = a / n - b / n;
         const int columns = a % n - b % n;
-        return a != b && (rows == 0 || columns == 0 || rows == columns || rows == -columns);
+        return a != b && (rows * columns == 0 || rows == columns || rows == -columns);
     };
     BDD_NODE* all = basbdd_one;
     for (int row = n; row-- > 0;) {
@@ -79,8 +80,7 @@ TEST_P(large, carry_of_256_bits)
 TEST_P(large, parity_of_2000_variables_in_both_directions)
 {
     MANAGER m(GetParam(), 2000);
-    BOOL_FUNC tree;
-    tree.root = chain(BOOL_OP_XOR, m.signals);
+    CHAIN tree(m, BOOL_OP_XOR);
     BDD_FUNC downwards(2000, &tree, &m.bdds, nullptr);
     EXPECT_EQ(downwards.nsuppt, 2000);
     BDD_NODE* upwards = basbdd_zero;
@@ -95,8 +95,7 @@ TEST_P(large, conjunction_of_65535_variables)
 {
     constexpr unsigned n = 65535;
     MANAGER m(GetParam(), n);
-    BOOL_FUNC tree;
-    tree.root = chain(BOOL_OP_AND, m.signals);
+    CHAIN tree(m, BOOL_OP_AND);
     BDD_FUNC f(n, &tree, &m.bdds, nullptr);
     EXPECT_EQ(f.nsuppt, n);
     EXPECT_EQ(f.suppt[n - 1], n - 1);
@@ -112,8 +111,7 @@ TEST_P(large, conjunction_of_65535_variables)
 TEST_P(large, subtrees_on_many_paths_are_converted_once)
 {
     MANAGER m(GetParam(), 3);
-    BOOL_FUNC tree;
-    tree.root = chain(BOOL_OP_XOR, m.signals);
+    CHAIN tree(m, BOOL_OP_XOR);
     for (int i = 0; i < 14; ++i) { // usage counts the paths in 16 bits
         tree.root = new BOOL_TNODE(BOOL_OP_AND, tree.root, 0, tree.root, 0);
     }
