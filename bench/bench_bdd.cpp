@@ -21,7 +21,6 @@
 #include <map>
 #include <memory>
 #include <random>
-#include <stdexcept>
 
 /// The library never looks inside a signal.
 class TECHMAP_SIG {
@@ -37,14 +36,18 @@ TECHMAP_SIG signals[max_variables];
 void check(bool holds, const char* what)
 {
     if (!holds) {
-        throw std::runtime_error(what);
+        std::fprintf(stderr, "%s\n", what);
+        std::abort();
     }
 }
 
-BDD_NODE* node_of(BDD_NODE* e)
+std::uintptr_t value_of(BDD_NODE* e) { return reinterpret_cast<std::uintptr_t>(e); }
+BDD_NODE* edge_of(std::uintptr_t value)
 {
-    return reinterpret_cast<BDD_NODE*>(reinterpret_cast<std::uintptr_t>(e) & ~std::uintptr_t{1});
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the mark is a bit of the address
+    return reinterpret_cast<BDD_NODE*>(value);
 }
+BDD_NODE* node_of(BDD_NODE* e) { return edge_of(value_of(e) & ~std::uintptr_t{1}); }
 
 /// The arguments of bdd_init.
 struct SIZES {
@@ -68,8 +71,8 @@ public:
         }
         manager_ = std::make_unique<BDD_MANAGER>(BDD_STORE_METHOD(METHOD),
                                                  static_cast<unsigned short>(variables), order);
-        for (unsigned short i = 0; i < variables; ++i) {
-            variables_[i] = node(i, basbdd_one, basbdd_zero);
+        for (unsigned i = 0; i < variables; ++i) {
+            variables_[i] = node(static_cast<unsigned short>(i), basbdd_one, basbdd_zero);
         }
     }
 
@@ -79,7 +82,7 @@ public:
     {
         return manager_->table->findoradd(var, high, low);
     }
-    EDGE negate(EDGE f) { return reinterpret_cast<EDGE>(reinterpret_cast<std::uintptr_t>(f) ^ 1U); }
+    EDGE negate(EDGE f) { return edge_of(value_of(f) ^ 1U); }
     EDGE conjunction(EDGE f, EDGE g) { return manager_->ifthenelse(f, g, basbdd_zero); }
     EDGE disjunction(EDGE f, EDGE g) { return manager_->ifthenelse(f, basbdd_one, g); }
     EDGE parity(EDGE f, EDGE g) { return manager_->ifthenelse(f, negate(g), g); }
@@ -101,9 +104,9 @@ private:
     {
         auto known = shares.find(f);
         if (known == shares.end()) {
-            EDGE const node = node_of(f);
-            const auto child = [&](EDGE e) { return share(node == f ? e : negate(e), shares); };
-            const double both = child(node->high) + child(node->low);
+            BDD_NODE* const top = node_of(f);
+            const auto child = [&](EDGE e) { return share(top == f ? e : negate(e), shares); };
+            const double both = child(top->high) + child(top->low);
             known = shares.emplace(f, both / 2).first;
         }
         return known->second;
@@ -474,7 +477,7 @@ struct CELL {
     template <typename ENGINE>
     typename ENGINE::EDGE build(ENGINE& e) const
     {
-        typename ENGINE::EDGE values[max_values];
+        typename ENGINE::EDGE values[max_values] = {};
         for (unsigned i = 0; i < inputs; ++i) {
             values[i] = e.variable(i);
         }
