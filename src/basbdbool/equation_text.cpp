@@ -37,9 +37,9 @@ public:
 
     void put(const char* text)
     {
-        const std::size_t size = std::strlen(text);
-        make_room(size);
-        cur = std::copy_n(text, size, cur);
+        for (; *text != '\0'; ++text) { // most names have one character
+            put(*text);
+        }
     }
 
 private:

@@ -136,10 +136,12 @@ void BOOL_FUNC::addsigtofunc(TECHMAP_SIG* sig, unsigned char iscompl)
     // The search for the signal passes the place where the new leaf goes.
     BOOL_TNODE* node = root;
     bool is_known = is_in_operand(node->left, sig);
-    for (; !ends_spine(*node); node = node->right) {
-        is_known = is_known || is_in_operand(node->right->left, sig);
+    while (!is_known && !ends_spine(*node)) {
+        node = node->right;
+        is_known = is_in_operand(node->left, sig);
     }
     is_known = is_known || is_in_operand(node->right, sig);
+    node = spine_end(node);
     append_leaf(node, sig, iscompl);
     if (!is_known) {
         ++nsuppt;

@@ -112,11 +112,7 @@ void BOOL_TNODE::addsig(TECHMAP_SIG* sig, unsigned char iscompl)
     if (basbd_is_leaf(*this)) {
         return;
     }
-    BOOL_TNODE* end = this;
-    while (!ends_spine(*end)) {
-        end = end->right;
-    }
-    append_leaf(end, sig, iscompl);
+    append_leaf(spine_end(this), sig, iscompl);
 }
 
 void BOOL_TNODE::setsigvname(TECHMAP_SIG* sig, BOOL_VARNAME v)

@@ -13,6 +13,15 @@ inline bool ends_spine(const BOOL_TNODE& node)
     return node.left == nullptr || !is_operator(node.right);
 }
 
+/// Where the right spine of the operator `node` ends.
+inline BOOL_TNODE* spine_end(BOOL_TNODE* node)
+{
+    while (!ends_spine(*node)) {
+        node = node->right;
+    }
+    return node;
+}
+
 /// Makes a leaf of `sig` the constant `op`; leaves other leaves alone.
 inline void fix_leaf(BOOL_TNODE& leaf, const TECHMAP_SIG* sig, BOOL_OP op)
 {
