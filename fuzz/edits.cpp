@@ -1,10 +1,9 @@
 // Edits of trees and BDDs as the bytes tell, against columns computed by their definition.
 
-#include "basbdd.h"
 #include "basbdtt.h"
+#include "bdd_oracle.h"
 #include "fuzz.h"
 #include "quiet_host.h"
-#include "tree_oracle.h"
 
 #include <array>
 #include <memory>
@@ -18,55 +17,45 @@ using COLUMN = std::uint64_t;
 constexpr unsigned signals = 6;
 constexpr unsigned most_leaves = 300;
 
-COLUMN projection(unsigned input)
+/// @param value  of an assignment
+template <class VALUE>
+COLUMN column_where(VALUE value)
 {
     COLUMN column = 0;
     for (unsigned x = 0; x < 64; ++x) {
-        column |= COLUMN{x >> input & 1U} << x;
+        column |= COLUMN{value(x) ? 1U : 0U} << x;
     }
     return column;
+}
+
+COLUMN projection(unsigned input)
+{
+    return column_where([&](unsigned x) { return (x >> input & 1U) != 0; });
 }
 
 /// f with g in place of an input.
 COLUMN compose(COLUMN f, unsigned input, COLUMN g)
 {
-    COLUMN column = 0;
-    for (unsigned x = 0; x < 64; ++x) {
+    return column_where([&](unsigned x) {
         const unsigned y = (x & ~(1U << input)) | static_cast<unsigned>(g >> x & 1U) << input;
-        column |= (f >> y & 1U) << x;
-    }
-    return column;
+        return (f >> y & 1U) != 0;
+    });
 }
 
 COLUMN column_of(const BOOL_FUNC& f)
 {
-    COLUMN column = 0;
     const std::vector<bool> values = tree_oracle::column(f, signals);
-    for (unsigned x = 0; x < 64; ++x) {
-        column |= COLUMN{values[x] ? 1U : 0U} << x;
-    }
-    return column;
+    return column_where([&](unsigned x) { return values[x]; });
 }
 
 COLUMN column_of(const BDD_FUNC& f)
 {
-    COLUMN column = 0;
-    for (unsigned x = 0; x < 64; ++x) {
-        const BDD_NODE* e = f.bdd;
-        COLUMN value = 1;
-        for (;;) {
-            const auto mark = reinterpret_cast<std::uintptr_t>(e) & 1U;
-            const auto* node =
-                reinterpret_cast<const BDD_NODE*>(reinterpret_cast<const char*>(e) - mark);
-            value ^= mark;
-            if (node == basbdd_one) {
-                break;
-            }
-            e = (x >> node->varid & 1U) != 0 ? node->high : node->low;
-        }
-        column |= value << x;
-    }
-    return column;
+    return column_where([&](unsigned x) { return bdd_oracle::evaluate(f.bdd, x); });
+}
+
+std::array<TECHMAP_SIG*, signals> all_signals()
+{
+    return {signal(0), signal(1), signal(2), signal(3), signal(4), signal(5)};
 }
 
 /// The function's text read by the truth tables: the names A to F are the inputs 0 to 5.
@@ -92,7 +81,8 @@ struct FUNCTION {
 
 class EDITOR {
 public:
-    EDITOR(FUZZ_INPUT input, BDD_STORE_METHOD method) : input_(input), manager_(make(method))
+    EDITOR(FUZZ_INPUT input, BDD_STORE_METHOD method)
+        : input_(input), manager_(method, signals, all_signals().data())
     {
         for (FUNCTION& each : functions_) {
             restart(each);
@@ -104,38 +94,27 @@ public:
         for (int step = 0; step < 64 && !input_.empty(); ++step) {
             const unsigned which = input_.below(2);
             edit(functions_[which], functions_[1 - which]);
-            for (FUNCTION& each : functions_) {
-                check_agreement(each);
-            }
+            check_agreement(functions_[which]);
         }
     }
 
 private:
-    static std::unique_ptr<BDD_MANAGER> make(BDD_STORE_METHOD method)
-    {
-        std::array<TECHMAP_SIG*, signals> order{};
-        for (unsigned i = 0; i < signals; ++i) {
-            order[i] = signal(i);
-        }
-        return std::make_unique<BDD_MANAGER>(method, signals, order.data());
-    }
-
     std::unique_ptr<BDD_FUNC> converted(BOOL_FUNC& tree)
     {
-        return std::make_unique<BDD_FUNC>(signals, &tree, manager_.get(), nullptr);
-    }
-
-    void take(FUNCTION& f, std::unique_ptr<BOOL_FUNC> tree)
-    {
-        f.tree = std::move(tree);
-        f.bdd = converted(*f.tree);
-        f.column = column_of(*f.tree);
+        return std::make_unique<BDD_FUNC>(signals, &tree, &manager_, nullptr);
     }
 
     void restart(FUNCTION& f)
     {
-        const auto type = static_cast<BOOL_FUNCTYPE>(input_.below(3));
-        take(f, std::make_unique<BOOL_FUNC>(type, nullptr, BOOL_VAR_A));
+        f.tree = std::make_unique<BOOL_FUNC>(static_cast<BOOL_FUNCTYPE>(input_.below(3)), nullptr,
+                                             BOOL_VAR_A);
+        follow_tree(f);
+    }
+
+    void follow_tree(FUNCTION& f)
+    {
+        f.bdd = converted(*f.tree);
+        f.column = column_of(*f.tree);
     }
 
     /// Edits whose value is defined change tree, BDD and column; the others change the tree alone.
@@ -199,11 +178,9 @@ private:
         case 11:
             tree.rmsigfromfunc(sig);
             break;
-        case 12: {
-            const std::unique_ptr<BOOL_FUNC> part(
-                tree.breakfunc(static_cast<unsigned short>(input_.below(8))));
+        case 12:
+            delete tree.breakfunc(static_cast<unsigned short>(input_.below(8)));
             break;
-        }
         case 13:
             restart(f);
             return;
@@ -213,8 +190,7 @@ private:
                                   static_cast<unsigned char>(input_.below(2)));
             }
         }
-        f.column = column_of(tree);
-        f.bdd = converted(tree);
+        follow_tree(f);
     }
 
     static void check_text(FUNCTION& f)
@@ -231,6 +207,7 @@ private:
     {
         check(column_of(*f.tree) == f.column, "the tree's value");
         check(column_of(*f.bdd) == f.column, "the BDD's value");
+        check(bdd_oracle::is_canonical(f.bdd->bdd), "the BDD's form");
         check(converted(*f.tree)->bdd == f.bdd->bdd, "the BDD of the tree");
         unsigned count = 0;
         for (unsigned i = 0; i < signals; ++i) {
@@ -248,7 +225,7 @@ private:
     }
 
     FUZZ_INPUT input_;
-    std::unique_ptr<BDD_MANAGER> manager_;
+    BDD_MANAGER manager_;
     std::array<FUNCTION, 2> functions_;
 };
 
