@@ -26,7 +26,7 @@ long failing_heap::disarm()
 
 long failing_heap::live_blocks() { return live; }
 
-// The other forms call these, except under AddressSanitizer, which has its own.
+// AddressSanitizer has every form of its own, so all that are in use are replaced.
 void* operator new(std::size_t size)
 {
     ++count;
@@ -43,3 +43,12 @@ void operator delete(void* block) noexcept
     std::free(block);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept { operator delete(block); }
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+try {
+    return operator new(size);
+} catch (const std::bad_alloc&) {
+    return nullptr;
+}
+void operator delete[](void* block) noexcept { operator delete(block); }
+void operator delete[](void* block, std::size_t /*size*/) noexcept { operator delete(block); }
