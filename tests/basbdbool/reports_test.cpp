@@ -77,13 +77,10 @@ TEST(reports, each_site_whole)
         EXPECT_EQ(function.nsuppt, FUNC(site.function).nsuppt);
         const auto reports = host_recorder::take_reports();
         ASSERT_EQ(reports.size(), 1U);
-        EXPECT_EQ(reports[0].line, site.line);
-        EXPECT_EQ(reports[0].text, "");
-        EXPECT_EQ(reports[0].app, name);
-        EXPECT_EQ(reports[0].id, "4:11");
-        EXPECT_EQ(reports[0].rev, "$Revision: 1.27 $");
-        EXPECT_EQ(reports[0].kind, 2);
-        EXPECT_EQ(reports[0].extra, nullptr);
+        const auto& [text, app, id, line, rev, kind, extra] = reports[0];
+        EXPECT_EQ(std::tie(text, app, id, rev),
+                  std::make_tuple("", name, "4:11", "$Revision: 1.27 $"));
+        EXPECT_EQ(std::tie(line, kind, extra), std::make_tuple(site.line, 2, nullptr));
     }
 }
 

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cctype>
 #include <functional>
-#include <string_view>
 
 namespace {
 
@@ -40,8 +40,7 @@ std::string literally(const std::string& text)
 {
     std::string pattern;
     for (const char c : text) {
-        pattern +=
-            std::string_view("[](){}*+?.|^$").find(c) < 13 ? std::string{'\\', c} : std::string{c};
+        pattern += std::isalnum(c) != 0 ? std::string{c} : std::string{'[', c, ']'};
     }
     return pattern;
 }
@@ -63,7 +62,6 @@ const misuse misuses[] = {
     {column, "width>=1", [](auto&) { TRUTH_TABLE_VAL(0, 1); }},
     {column, "width<=30", [](auto&) { TRUTH_TABLE_VAL(31, 0); }},
     {column, "width>=1", [](auto& t) { rotate(wide(t, 0), 0, 1, 2); }},
-    {column, "width<=30", [](auto& t) { wide(t, 31).is_identity_for_input(30); }},
     {column, "width<=30", [](auto& t) { wide(t, 127).get_true_factor_for_input(0); }},
     {column_text, "width>=0", [](auto& t) { t.value.set_from_hex_string(-1, ""); }},
     {column_text, "width<=30", [](auto& t) { t.value.set_from_hex_string(31, ""); }},

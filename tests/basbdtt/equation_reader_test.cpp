@@ -147,42 +147,37 @@ struct equation {
     TRUTH_TABLE_VAL column;
 };
 
-/// An internal equation at random, with the column that the operators on columns make.
-equation random_equation(std::mt19937& random, int width, int depth)
-{
-    if (depth == 0 || random() % 16 == 0) {
-        const int input = static_cast<int>(random() % static_cast<unsigned>(width + 1));
-        if (input == width) {
-            return {"1", TRUTH_TABLE_VAL(width, 1)};
-        }
-        BOOL_TRUTH_TABLE table;
-        table.set_identity_for_input(width, input);
-        return {"B" + std::to_string(input), table.value};
-    }
-    equation left = random_equation(random, width, depth - 1);
-    const equation right = random_equation(random, width, depth - 1);
-    const char op = "*@+"[random() % 3];
-    op == '*'   ? left.column &= right.column
-    : op == '@' ? left.column ^= right.column
-                : left.column |= right.column;
-    const bool negated = random() % 2 == 0;
-    if (negated) {
-        left.column ^= TRUTH_TABLE_VAL(width, 1);
-    }
-    return {(negated ? "~(" : "(") + left.text + op + right.text + ")", left.column};
-}
-
-/// Inputs of a word, of a block and above, from a few to thousands.
+/// Inputs of a word, of a block and above, from a few to thousands: random equations joined from
+/// random ones, with the columns that the operators on columns make.
 TEST(EquationReader, JoinsInputsOfAnyNumber)
 {
     constexpr unsigned seed = 11;
     std::mt19937 random(seed);
-    for (int round = 0; round < 1500; ++round) {
+    for (unsigned round = 0; round < 1500; ++round) {
         const int width = 7 + static_cast<int>(random() % 9);
-        const equation made = random_equation(random, width, round % 100 == 0 ? 13 : round % 8);
+        const TRUTH_TABLE_VAL one(width, 1);
+        std::vector<equation> made = {{"1", one}};
         BOOL_TRUTH_TABLE table;
-        table.set_value_from_internal_equation(width, made.text);
-        ASSERT_EQ(table.value.words, made.column.words) << "seed " << seed << ": " << made.text;
+        for (int input = 0; input < width; ++input) {
+            table.set_identity_for_input(width, input);
+            made.push_back({"B" + std::to_string(input), table.value});
+        }
+        for (unsigned joins = round % 100 == 0 ? 1000 : round % 64; joins > 0; --joins) {
+            equation left = made[random() % made.size()];
+            const equation& right = made[random() % made.size()];
+            const char op = "*@+"[random() % 3];
+            op == '*'   ? left.column &= right.column
+            : op == '@' ? left.column ^= right.column
+                        : left.column |= right.column;
+            left.text = "(" + left.text + op + right.text + ")";
+            if (random() % 2 == 0) {
+                left.column ^= one;
+                left.text = "~" + left.text;
+            }
+            made.push_back(left);
+        }
+        table.set_value_from_internal_equation(width, made.back().text);
+        ASSERT_EQ(table.value.words, made.back().column.words) << "seed " << seed << ": " << round;
     }
 }
 

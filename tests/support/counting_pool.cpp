@@ -34,8 +34,4 @@ void UT_FASTMEM::free(void* block)
     ::operator delete(block);
 }
 
-namespace counting_pool {
-
-long live() { return live_blocks; }
-
-} // namespace counting_pool
+long counting_pool::live() { return live_blocks; }

@@ -59,46 +59,41 @@ class MAKER {
 public:
     MAKER(std::mt19937& random_bits, const SHAPES& wanted) : random(random_bits), shapes(wanted) {}
 
-    BOOL_TNODE* operator_node(unsigned depth)
-    {
-        auto* node = new BOOL_TNODE(static_cast<char>(below(3)));
-        const unsigned form = below(12); // both operands in most cases
-        const bool bare = shapes.missing && form == 0;
-        if (!bare && !(shapes.lone_right && form == 1)) {
-            node->left = subtree(depth - 1);
-        }
-        if (!bare && !(shapes.missing && form == 2)) {
-            node->right = subtree(depth - 1);
-        }
-        node->lcompl = static_cast<unsigned char>(below(2));
-        node->rcompl = static_cast<unsigned char>(below(2));
-        return remember(node);
-    }
-
     BOOL_TNODE* subtree(unsigned depth)
     {
         if (shapes.shared && !made.empty() && below(4) == 0) {
             return made[below(static_cast<unsigned>(made.size()))];
         }
-        return depth == 0 || below(4) == 0 ? leaf() : operator_node(depth);
-    }
-
-private:
-    BOOL_TNODE* leaf()
-    {
-        if (shapes.constants && below(6) == 0) {
-            return remember(new BOOL_TNODE(static_cast<char>(BOOL_OP_ONE + below(2))));
-        }
-        const unsigned index = below(shapes.signals);
-        const unsigned op = BOOL_OP_SIG + (shapes.named ? index + 1 : 0);
-        return remember(new BOOL_TNODE(static_cast<char>(op), signal(index)));
-    }
-
-    BOOL_TNODE* remember(BOOL_TNODE* node)
-    {
+        BOOL_TNODE* const node = depth == 0 || below(4) == 0 ? leaf() : operator_node(depth);
         node->usage = static_cast<unsigned short>(below(3) == 0 ? below(0x10000) : below(2));
         made.push_back(node);
         return node;
+    }
+
+private:
+    BOOL_TNODE* operator_node(unsigned depth)
+    {
+        auto* node = new BOOL_TNODE(static_cast<char>(below(3)));
+        const unsigned form = below(12); // both operands in most cases
+        if (form != 0 && !(shapes.lone_right && form == 1)) {
+            node->left = subtree(depth - 1);
+        }
+        if (form != 0 && form != 2) {
+            node->right = subtree(depth - 1);
+        }
+        node->lcompl = static_cast<unsigned char>(below(2));
+        node->rcompl = static_cast<unsigned char>(below(2));
+        return node;
+    }
+
+    BOOL_TNODE* leaf()
+    {
+        if (below(6) == 0) {
+            return new BOOL_TNODE(static_cast<char>(BOOL_OP_ONE + below(2)));
+        }
+        const unsigned index = below(shapes.signals);
+        const unsigned op = BOOL_OP_SIG + (index < sizeof(names) - 1 ? index + 1 : 0);
+        return new BOOL_TNODE(static_cast<char>(op), signal(index));
     }
 
     unsigned below(unsigned bound) { return static_cast<unsigned>(random() % bound); }
@@ -112,36 +107,30 @@ private:
 
 TECHMAP_SIG* signal(unsigned index) { return &signals_in_use[index]; }
 
-bool evaluate(const BOOL_TNODE* node, unsigned assignment, LONE_RIGHT lone_right)
+bool evaluate(const BOOL_TNODE* node, unsigned assignment)
 {
-    if (node->op >= BOOL_OP_SIG && node->op <= BOOL_OP_ZERO) {
-        return node->op <= BOOL_OP_LAST_NAMED ? ((assignment >> index_of(*node)) & 1U) != 0
+    if (basbd_is_leaf(*node)) {
+        return node->op <= BOOL_OP_LAST_NAMED ? (assignment >> index_of(*node) & 1U) != 0
                                               : node->op == BOOL_OP_ONE;
     }
-    const bool has_left = node->left != nullptr;
-    const bool has_right = node->right != nullptr;
-    if (!has_left && (!has_right || lone_right == LONE_RIGHT::IS_ZERO)) {
+    if (node->left == nullptr) {
         return false;
     }
-    const bool left =
-        has_left && evaluate(node->left, assignment, lone_right) != (node->lcompl != 0);
-    const bool right =
-        has_right && evaluate(node->right, assignment, lone_right) != (node->rcompl != 0);
-    if (!has_left || !has_right) {
-        return has_left ? left : right;
+    const bool left = evaluate(node->left, assignment) != (node->lcompl != 0);
+    if (node->right == nullptr) {
+        return left;
     }
+    const bool right = evaluate(node->right, assignment) != (node->rcompl != 0);
     return node->op == BOOL_OP_AND   ? left && right
            : node->op == BOOL_OP_XOR ? left != right
                                      : left || right;
 }
 
-std::vector<bool> column(const BOOL_FUNC& function, unsigned signals, LONE_RIGHT lone_right)
+std::vector<bool> column(const BOOL_FUNC& function, unsigned signals)
 {
-    std::vector<bool> values(std::size_t{1} << signals);
-    for (unsigned assignment = 0; assignment < values.size(); ++assignment) {
-        values[assignment] =
-            (function.root != nullptr && evaluate(function.root, assignment, lone_right)) !=
-            (function.rootcompl != 0);
+    std::vector<bool> values(std::size_t{1} << signals, function.rootcompl != 0);
+    for (unsigned at = 0; function.root != nullptr && at < values.size(); ++at) {
+        values[at] = evaluate(function.root, at) != values[at];
     }
     return values;
 }
@@ -155,17 +144,14 @@ std::string shape(const BOOL_TNODE* node)
     if (op == BOOL_OP_ONE || op == BOOL_OP_ZERO) {
         return op == BOOL_OP_ONE ? "1" : "0";
     }
-    const auto flagged = [](char mark, unsigned char flag, const std::string& text) {
-        return flag != 0 ? mark + text : text;
-    };
-    if (op >= BOOL_OP_SIG && op <= BOOL_OP_LAST_NAMED) {
+    if (basbd_is_leaf(*node)) {
         const std::string text(1, static_cast<char>('a' + index_of(*node)));
-        return flagged('!', node->lcompl,
-                       op == BOOL_OP_SIG ? text : text + names[op - BOOL_OP_FIRST_NAMED]);
+        return (node->lcompl != 0 ? "!" : "") + text +
+               (op == BOOL_OP_SIG ? "" : std::string(1, names[op - BOOL_OP_FIRST_NAMED]));
     }
-    return std::string(1, op >= 0 && op < 3 ? operators[op] : '?') + '(' +
-           flagged('~', node->lcompl, shape(node->left)) + ',' +
-           flagged('~', node->rcompl, shape(node->right)) + ')';
+    return std::string(1, op >= 0 && op < 3 ? operators[op] : '?') +
+           (node->lcompl != 0 ? "(~" : "(") + shape(node->left) + (node->rcompl != 0 ? ",~" : ",") +
+           shape(node->right) + ')';
 }
 
 std::string shape(const BOOL_FUNC& function)
@@ -184,8 +170,7 @@ FUNC::FUNC(const char* text)
 
 BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes)
 {
-    MAKER maker(random, shapes);
-    return shapes.operator_root ? maker.operator_node(shapes.depth) : maker.subtree(shapes.depth);
+    return MAKER(random, shapes).subtree(shapes.depth);
 }
 
 void FREE_TREE::operator()(BOOL_TNODE* root) const

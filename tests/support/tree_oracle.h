@@ -20,20 +20,13 @@ constexpr unsigned max_signals = 32;
 /// The fake signal number `index`, below `max_signals`.
 TECHMAP_SIG* signal(unsigned index);
 
-/// What an operator node stands for whose only operand is the right one.
-enum class LONE_RIGHT {
-    IS_ZERO,   ///< for the equation writer and the BDD conversion
-    IS_OPERAND ///< for the simplification
-};
-
-/// The value of the tree below `node` where bit i of `assignment` is the value of signal i.
-bool evaluate(const BOOL_TNODE* node, unsigned assignment,
-              LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
+/// @brief The value of the tree below `node` where bit i of `assignment` is the value of signal i.
+/// An operator without a left operand is 0.
+bool evaluate(const BOOL_TNODE* node, unsigned assignment);
 
 /// @brief The values of a function, with its own complement, for the assignments 0, 1, ... of the
 /// signals below `signals`; constant 0 without a tree.
-std::vector<bool> column(const BOOL_FUNC& function, unsigned signals,
-                         LONE_RIGHT lone_right = LONE_RIGHT::IS_ZERO);
+std::vector<bool> column(const BOOL_FUNC& function, unsigned signals);
 
 /// @brief The exact shape of a tree: `*(~a,+(bC,1))` is NOT s0 AND (s1 OR 1), s1 named C.
 ///
@@ -52,19 +45,16 @@ struct FUNC : BOOL_FUNC {
     explicit FUNC(const char* text);
 };
 
-/// What random trees may hold besides operators with two operands and unnamed signal leaves.
+/// What random trees are made of besides constants and operators that lack operands.
 struct SHAPES {
-    unsigned signals = 4;      ///< leaves stand for the signals below this number
-    unsigned depth = 5;        ///< operators on a path, at most
-    bool constants = true;     ///< constant leaves
-    bool missing = true;       ///< operators without a right operand or without any
-    bool lone_right = false;   ///< operators with a right operand only
-    bool shared = false;       ///< nodes that several parents refer to
-    bool named = false;        ///< leaves named by their signal's number (below 17)
-    bool operator_root = true; ///< the root is an operator
+    unsigned signals = 4;    ///< leaves stand for the signals below this number
+    unsigned depth = 5;      ///< operators on a path, at most
+    bool lone_right = false; ///< operators with a right operand only
+    bool shared = false;     ///< nodes that several parents refer to
 };
 
-/// A tree with complement flags everywhere and stale values in every `usage`.
+/// A tree with complement flags everywhere, stale values in every `usage`, and the leaves of the
+/// first signals named by their signal's number.
 BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes);
 
 struct FREE_TREE {
