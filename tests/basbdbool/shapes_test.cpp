@@ -27,7 +27,7 @@ void rewrite_root(BOOL_FUNC& f)
     std::unique_ptr<BOOL_TNODE> old(f.root);
     f.root = (f.root->*REWRITE)();
     if (f.root == old.get()) {
-        old.release();
+        static_cast<void>(old.release());
     }
     f.root->lcompl = basbd_is_leaf(*f.root) ? 0 : f.root->lcompl;
 }

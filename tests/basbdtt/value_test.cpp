@@ -149,7 +149,8 @@ TEST(Hexadecimal, MisuseSendsOneMessageAndChangesNothing)
         EXPECT_EQ(table.width, 7);
         EXPECT_EQ(table.value.get_hex_string(), std::string(16, 'F') + std::string(16, '0'));
     }
-    for (std::size_t i = 0; i < 256 * 64; ++i) { // every character, at the place of every lane
+    for (std::size_t i = 0; i < std::size_t{256} * 64;
+         ++i) { // every character, at the place of every lane
         std::string text(64, '0');
         text[i % 64] = static_cast<char>(i / 64);
         TRUTH_TABLE_VAL value(1, 1);
