@@ -10,7 +10,7 @@
 class UT_API UT_BTR_TREE : public UT_STORE {
 public:
     /// @brief An empty tree.
-    /// @param keep_flag  kept in `flag`; when it is not 0 the derived destructor empties the tree
+    /// @param keep_flag  kept in `flag`, which the library does not look at
     explicit UT_BTR_TREE(unsigned char keep_flag);
     /// Frees the container; no entry, for which see `flush`.
     ~UT_BTR_TREE() override;
@@ -23,8 +23,8 @@ public:
     virtual int comp_func(void* key, const char* entry) = 0;
 
     /// @brief Empties the tree. Every entry goes through `each` (as the entry's address and null)
-    /// when that is given, and is freed through `del_func`. A derived destructor calls this, for
-    /// the hooks are gone in the destructor of the base.
+    /// when that is given, and is freed through `del_func`. A derived destructor calls this
+    /// whatever the flag, for the hooks are gone in the destructor of the base.
     void flush(void (*each)(void**, void*));
 
     class STATE;        ///< the host's own

@@ -1,6 +1,5 @@
 #include "ut_fastmem.h"
 
-#define BOOST_POOL_NO_MT // a pool is used from one thread at a time
 #include <boost/pool/pool.hpp>
 
 #include <algorithm>

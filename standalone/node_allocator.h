@@ -2,7 +2,6 @@
 /// @brief An allocator for containers that allocate one node at a time.
 #pragma once
 
-#define BOOST_POOL_NO_MT // a container is used from one thread at a time
 #include <boost/pool/pool.hpp>
 
 #include <cstddef>
