@@ -30,12 +30,20 @@ inline BDD_NODE* node(BDD_NODE* e) { return from_value(value(e) & ~mark); }
 /// The edge of the complement. `e` is not null: there is no marked null.
 inline BDD_NODE* complement(BDD_NODE* e) { return from_value(value(e) ^ mark); }
 
+/// `e` is not null.
 inline BDD_NODE* complement_if(BDD_NODE* e, bool condition)
 {
     return from_value(value(e) ^ static_cast<std::uintptr_t>(condition));
 }
 
-/// The cofactors of the function of `e` for the variable of its node.
+/// Null, the missing result, stays null.
+inline BDD_NODE* complement_unless_null(BDD_NODE* e, bool condition)
+{
+    return e == nullptr ? nullptr : complement_if(e, condition);
+}
+
+/// The cofactors of the function of `e` for the variable of its node. `e` is no constant, whose
+/// node has no children.
 inline BDD_NODE* high(BDD_NODE* e) { return complement_if(node(e)->high, is_marked(e)); }
 inline BDD_NODE* low(BDD_NODE* e) { return complement_if(node(e)->low, is_marked(e)); }
 

@@ -1,4 +1,5 @@
 #include "basbdd.h"
+#include "constants.h"
 #include "ite.h"
 
 namespace {
@@ -33,13 +34,13 @@ private:
     MEMO<KEY> memo_;
 };
 
-/// @brief Solves an edge that needs no descent: f ends above the variable or has it at the top, or
-/// its node is known.
+/// @brief Solves an edge that needs no descent: f begins below the variable or has it at the top,
+/// or its node is known.
 /// @return whether `result` holds the result, which may be null
 bool COMPOSE::settle(BDD_NODE* f, BDD_NODE*& result)
 {
     const unsigned short top = edge::variable(f);
-    if (top > var_) {
+    if (top > var_ || top == no_variable) {
         result = f;
         return true;
     }
@@ -49,16 +50,19 @@ bool COMPOSE::settle(BDD_NODE* f, BDD_NODE*& result)
         return true;
     }
     BDD_NODE* const known = memo_.find({edge::node(f)});
-    result = edge::complement_if(known, known != nullptr && edge::is_marked(f));
+    result = edge::complement_unless_null(known, edge::is_marked(f));
     return known != nullptr;
 }
 
-/// The result for a node whose children's results are known; null stays null.
+/// The result for a node whose children's results are known; null when it needs a node for a
+/// variable that the manager does not have.
 BDD_NODE* COMPOSE::join(const FRAME& frame, BDD_NODE* low)
 {
     const unsigned short var = frame.node->varid;
     BDD_NODE* result = nullptr;
-    if (var < edge::variable(frame.high) && var < edge::variable(low)) {
+    if (frame.high == low) {
+        result = low;
+    } else if (var < edge::variable(frame.high) && var < edge::variable(low)) {
         result = ite_.make(var, frame.high, low);
     } else if (var < manager_.nvars) {
         BDD_NODE* const x = manager_.table->findoradd(var, basbdd_one, basbdd_zero);

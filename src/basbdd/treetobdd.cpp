@@ -1,10 +1,49 @@
 #include "basbdd.h"
+#include "constants.h"
 #include "edge.h"
 #include "memo.h"
 #include "report.h"
 #include "small_stack.h"
 
+#include <unordered_map>
+
 namespace {
+
+/// @brief Finds the variables of signals.
+///
+/// Scans the manager's signals while that is cheap. Once the call has turned out large, an index
+/// of them all costs less than further scans.
+class SIGNAL_LOOKUP {
+public:
+    explicit SIGNAL_LOOKUP(BDD_MANAGER& manager) : manager_(manager) {}
+
+    /// @return the first variable of the signal, `no_variable` when there is none
+    unsigned short variable(TECHMAP_SIG* sig)
+    {
+        constexpr unsigned few = 64;
+        if (manager_.nvars <= few || ++lookups_ <= few) {
+            return manager_.sig2varid(sig);
+        }
+        if (index_.empty()) {
+            fill_index();
+        }
+        const auto found = index_.find(sig);
+        return found == index_.end() ? no_variable : found->second;
+    }
+
+private:
+    void fill_index()
+    {
+        index_.reserve(manager_.nvars);
+        for (unsigned short var = 0; var < manager_.nvars; ++var) {
+            index_.emplace(manager_.varsigs[var], var); // the first variable of a signal stays
+        }
+    }
+
+    BDD_MANAGER& manager_;
+    std::size_t lookups_ = 0;
+    std::unordered_map<TECHMAP_SIG*, unsigned short> index_;
+};
 
 /// @brief Converts an expression tree, left before right.
 ///
@@ -12,7 +51,8 @@ namespace {
 /// all the same, so that each is reported, once for each path to it.
 class CONVERSION {
 public:
-    CONVERSION(BDD_MANAGER& manager, const unsigned short* remap) : manager_(manager), remap_(remap)
+    CONVERSION(BDD_MANAGER& manager, const unsigned short* remap)
+        : manager_(manager), remap_(remap), signals_(manager)
     {
     }
 
@@ -33,14 +73,10 @@ private:
 
     BDD_MANAGER& manager_;
     const unsigned short* remap_;
+    SIGNAL_LOOKUP signals_;
     SMALL_STACK<FRAME> stack_;
     MEMO<KEY> memo_;
 };
-
-BDD_NODE* complement_unless_null(BDD_NODE* e, bool condition)
-{
-    return e == nullptr ? nullptr : edge::complement_if(e, condition);
-}
 
 BDD_NODE* CONVERSION::leaf(const BOOL_TNODE& tree)
 {
@@ -50,7 +86,7 @@ BDD_NODE* CONVERSION::leaf(const BOOL_TNODE& tree)
     if (tree.op == BOOL_OP_ZERO) {
         return basbdd_zero;
     }
-    unsigned short var = manager_.sig2varid(basbd_leaf_signal(tree));
+    unsigned short var = signals_.variable(basbd_leaf_signal(tree));
     if (remap_ != nullptr && var < manager_.nvars) {
         var = remap_[var];
     }
@@ -105,13 +141,13 @@ BDD_NODE* CONVERSION::convert(BOOL_TNODE* tree)
         while (!stack_.empty()) {
             FRAME& frame = stack_.top();
             if (!frame.left_is_known) {
-                result = complement_unless_null(result, frame.tree->lcompl != 0);
+                result = edge::complement_unless_null(result, frame.tree->lcompl != 0);
                 if (frame.tree->right != nullptr) {
                     break;
                 }
             } else {
                 result = join(*frame.tree, frame.left,
-                              complement_unless_null(result, frame.tree->rcompl != 0));
+                              edge::complement_unless_null(result, frame.tree->rcompl != 0));
             }
             if (result != nullptr) {
                 // A null result is not kept: the reports below it recur on every path.

@@ -81,6 +81,7 @@ TEST_P(stores_test, compose_is_that_of_the_columns)
 {
     const unsigned variables[] = {0xAA, 0xCC, 0xF0};
     for (unsigned f = 0; f < 256; ++f) {
+        ASSERT_EQ(manager.bdds.compose(functions[f], 0xFFFF, functions[255 - f]), functions[f]);
         for (unsigned short var = 0; var < 3; ++var) {
             const unsigned x = variables[var];
             const unsigned shift = 1U << var;
