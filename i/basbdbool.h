@@ -239,10 +239,14 @@ public:
     /// @brief The edge of this tree's function in a manager's BDD; see basbdd.h.
     ///
     /// A null `left` is the constant 0, a null `right` is left out. A signal without a variable
-    /// (reported as 4:1 line 563) or an unknown operator (line 586) makes the result null. Each
-    /// shared node is converted once.
-    /// @param mgr    makes the nodes and owns them
-    /// @param remap  null, or the variable to use for each variable of `mgr`
+    /// (reported as 4:1 line 563) or an unknown operator with both operands (line 586) makes the
+    /// result null. Each shared operator is converted once, but where its result is null once for
+    /// every path, for its reports recur. Takes memory of its own and leaves the tree's pointers
+    /// alone.
+    /// @param mgr    not null; makes the nodes and owns them
+    /// @param remap  null, or `mgr->nvars` entries: the variable to use for each variable of `mgr`;
+    ///               one not below `nvars` is reported like a signal without a variable
+    /// @return an edge of `mgr` or null, to which no complement applies
     BDD_NODE* treetobdd(BDD_MANAGER* mgr, unsigned short* remap);
 };
 

@@ -9,8 +9,8 @@
 #include "basbdbool.h"
 #include "basbddtable.h"
 
-/// The edge to the constant node without a mark: the function 1. Null until the first manager is
-/// made, then the same for all managers and never freed.
+/// The edge to the constant node without a mark: the function 1. Null until the first manager or
+/// function is made, then the same for all managers and never freed.
 extern BASBD_API BDD_NODE* basbdd_one;
 /// The edge to the constant node with the complement mark: the function 0.
 extern BASBD_API BDD_NODE* basbdd_zero;
@@ -34,7 +34,7 @@ public:
     BDD_MANAGER(BDD_STORE_METHOD method, unsigned short var_count, TECHMAP_SIG** sigs);
     BDD_MANAGER(const BDD_MANAGER&) = delete;
     BDD_MANAGER& operator=(const BDD_MANAGER&) = delete;
-    ~BDD_MANAGER(); ///< Frees every node; edges into this manager become invalid.
+    ~BDD_MANAGER(); ///< Frees every node, in linear time; edges into this manager become invalid.
 
     /// @brief Makes the constant node; the first manager has done so already.
     /// Reports 4:1, line 375, when both constants are there, and keeps them.
@@ -42,15 +42,25 @@ public:
 
     /// @brief The edge of f AND g OR NOT f AND h.
     ///
-    /// AND is (f, g, 0), OR is (f, 1, g), XOR is (f, NOT g, g). Null when an operand is null or a
-    /// node of a variable that the manager does not have would be needed. O(|f| |g| |h|) in the
-    /// node counts. Method: Brace, Rudell, Bryant, "Efficient Implementation of a BDD Package".
+    /// AND is (f, g, 0), OR is (f, 1, g), XOR is (f, NOT g, g). O(|f| |g| |h|) in the node counts.
+    /// Method: Brace, Rudell, Bryant, "Efficient Implementation of a BDD Package".
+    /// @param f  the condition, an edge of this manager or a constant, as are `g` and `h`
+    /// @param g  the result where f is 1
+    /// @param h  the result where f is 0
+    /// @return null when an operand is null, even one that does not matter, or when a node of a
+    ///         variable that the manager does not have would be needed
     BDD_NODE* ifthenelse(BDD_NODE* f, BDD_NODE* g, BDD_NODE* h);
 
-    /// @brief The edge of f with g in place of variable `var`; null as for `ifthenelse`.
+    /// @brief The edge of f with g in place of variable `var`.
     ///
-    /// With the constants for g these are the cofactors, in O(|f|). An f that does not depend on
-    /// the variable comes back unchanged.
+    /// With the constants for g these are the cofactors, in O(|f|); else the work is that of one
+    /// `ifthenelse` for every node of f down to the variable. An f that does not depend on the
+    /// variable comes back unchanged.
+    /// @param f    an edge of this manager or a constant, as is `g`
+    /// @param var  any index; f never depends on one that is not below `nvars`
+    /// @param g    the function to put in place
+    /// @return null when f is null, or when g is and f depends on the variable; else as for
+    ///         `ifthenelse`
     BDD_NODE* compose(BDD_NODE* f, unsigned short var, BDD_NODE* g);
 
     /// The first variable of a signal, compared by address, in O(nvars); 0xFFFF if it has none.
@@ -73,31 +83,36 @@ public:
     /// @brief Converts an expression tree.
     ///
     /// A tree that cannot be converted, or none, gives the constant 0 before the complement flag
-    /// of `f` applies.
+    /// of `f` applies. Costs what the conversion costs, and `setbdd`.
     /// @param capacity  of the support list: normally the manager's number of variables; of a
     ///                  larger support only the uppermost variables are listed
-    /// @param f         the tree function, not changed
-    /// @param manager   not null
-    /// @param remap     null, or for each variable of the manager the one to take in its place
+    /// @param f         the tree function, not changed; null is reported
+    /// @param manager   not null; not owned
+    /// @param remap     null, or an entry for each variable of the manager: the one to take in its
+    ///                  place
     /// Reports 4:1, line 166 (`f` is null: the function is the constant 0), line 563 (a signal
-    /// without a variable, once for every path to the leaf) and line 586 (unknown operator).
+    /// without a variable, or a remapped variable that the manager does not have; once for every
+    /// path to the leaf) and line 586 (unknown operator).
     BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager, unsigned short* remap);
 
-    /// @brief A copy with the same manager and edge and a support list of its own.
+    /// @brief A copy with the same manager and edge and a support list of its own, in O(nvars).
+    /// @param src  not changed; null is reported
     /// Reports 4:1, line 150 (`src` is null): the function is the constant 0 without a manager.
     explicit BDD_FUNC(BDD_FUNC* src);
     BDD_FUNC(const BDD_FUNC&) = delete;
     BDD_FUNC& operator=(const BDD_FUNC&) = delete;
     ~BDD_FUNC(); ///< Frees the support list.
 
-    /// Makes `n` the function's edge and lists its support; null stands for the constant 0. Memory
-    /// that runs out leaves the function as it was, here and in the edits by signal.
+    /// Makes `n` the function's edge and lists its support; null stands for the constant 0.
+    /// Costs as much as `adduniqueidx`, and O(nvars). Memory that runs out leaves the function as
+    /// it was, here and in the edits by signal.
     void setbdd(BDD_NODE* n);
     void initsupport(); ///< Sets all `nvars` + 1 entries of `suppt` to 0xFFFF.
     int countsuppt();   ///< The number of entries of `suppt` before the first 0xFFFF.
 
     /// @name Edits by signal
-    /// A signal that is no variable of the manager makes the function the constant 0.
+    /// Each looks the signal up, composes and calls `setbdd`. A signal that is no variable of the
+    /// manager makes the function the constant 0.
     /// @{
     void setsigto1(TECHMAP_SIG* sig);    ///< Fixes the variable to 1.
     void setsigto0(TECHMAP_SIG* sig);    ///< Fixes the variable to 0.
@@ -105,11 +120,16 @@ public:
     /// @brief Puts the function `fn`, which is not changed, in place of the variable.
     /// Reports 4:1, line 202 (`fn` has another manager) and line 205 (`fn` has another `nvars`),
     /// and goes on; edges of another manager have no meaning in this one.
+    /// @param sig  the signal, compared by address
+    /// @param fn   not null; may be this function
     void substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn);
     /// @}
 
     /// @brief Writes the function as nested if-then-else: `1`, `~a`, `~(a?b:~b)`.
-    /// @param out    room for the whole text and a NUL; see BDD_NODE::printbddexpr for its length
+    ///
+    /// Takes time linear in the text.
+    /// @param out    not null: room for the whole text and a NUL; see BDD_NODE::printbddexpr for
+    /// its length
     /// @param names  a character for every variable index that occurs
     /// Reports 4:1, line 241, when `bdd` is null, and writes the empty text.
     void printbddexpr(char* out, char* names);
