@@ -1,6 +1,6 @@
 #include "basbddtable.h"
 
-#include "node_order.h"
+#include "edge.h"
 
 static_assert(sizeof(BDD_HASH) == sizeof(UT_HASH) && sizeof(UT_HASH) == 24 &&
                   sizeof(BDD_TREE) == sizeof(UT_BTR_TREE) && sizeof(UT_BTR_TREE) == 24,
@@ -8,12 +8,29 @@ static_assert(sizeof(BDD_HASH) == sizeof(UT_HASH) && sizeof(UT_HASH) == 24 &&
 
 namespace {
 
-/// What the host is told to expect; a host that fixes the number of its buckets wants a prime.
-constexpr unsigned int expected_nodes = 3089;
+/// What the host is told; a host that fixes the number of its buckets wants a prime.
+constexpr unsigned int bucket_hint = 3089;
+
+/// @brief The order of nodes in both stores: compares variable, high edge and low edge, in this
+/// order, as unsigned numbers.
+/// @return -1, 0 or 1
+int bdd_cmp(const BDD_NODE* a, const BDD_NODE* b)
+{
+    const auto three_way = [](auto x, auto y) {
+        return static_cast<int>(x > y) - static_cast<int>(x < y);
+    };
+    if (a->varid != b->varid) {
+        return three_way(a->varid, b->varid);
+    }
+    if (a->high != b->high) {
+        return three_way(edge::value(a->high), edge::value(b->high));
+    }
+    return three_way(edge::value(a->low), edge::value(b->low));
+}
 
 } // namespace
 
-BDD_HASH::BDD_HASH() : UT_HASH(expected_nodes, 1) {}
+BDD_HASH::BDD_HASH() : UT_HASH(bucket_hint, 1) {}
 
 BDD_HASH::~BDD_HASH()
 {
