@@ -50,4 +50,10 @@ inline BDD_NODE* low(BDD_NODE* e) { return complement_if(node(e)->low, is_marked
 /// The variable of the edge's node; that of the constants is larger than every other.
 inline unsigned short variable(BDD_NODE* e) { return node(e)->varid; }
 
+/// Whether the node is that of a variable alone; `one` is the edge to the constant 1.
+inline bool is_variable_node(const BDD_NODE& node, BDD_NODE* one)
+{
+    return node.high == one && node.low == complement(one);
+}
+
 } // namespace edge

@@ -51,7 +51,6 @@ BDD_FUNC::BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager,
     }
     auto list = new_support_list(capacity);
     suppt = list.get();
-    ensure_constants();
     setbdd(convert(f, mgr, remap));
     if (f != nullptr && f->rootcompl != 0) {
         bdd = edge::complement(bdd);

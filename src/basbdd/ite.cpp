@@ -57,11 +57,6 @@ bool unmark_condition_and_then(ITE_TRIPLE& t)
 
 ITE::ITE(const BDD_MANAGER& manager) : manager_(manager), one_(basbdd_one), zero_(basbdd_zero) {}
 
-bool ITE::is_variable_node(const BDD_NODE* node) const
-{
-    return node->high == one_ && node->low == zero_;
-}
-
 /// @brief The result where it is an operand, its complement or a constant; else null.
 ///
 /// Otherwise the triple becomes the standard one of the triples with the same result.
@@ -137,7 +132,7 @@ BDD_NODE* ITE::make(unsigned short var, BDD_NODE* high, BDD_NODE* low)
     frame.complemented = unmark_condition_and_then(t);
     const unsigned short of_f = variable(t.f);
     const unsigned short below = std::min(variable(t.g), variable(t.h));
-    if (of_f < below && is_variable_node(t.f)) {
+    if (of_f < below && edge::is_variable_node(*t.f, one_)) {
         result = make(of_f, t.g, t.h);
         if (result == nullptr) {
             return true;

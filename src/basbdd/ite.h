@@ -53,7 +53,6 @@ private:
     };
 
     BDD_NODE* terminal_case(ITE_TRIPLE& triple) const;
-    bool is_variable_node(const BDD_NODE* node) const;
     bool settle(FRAME& frame, BDD_NODE*& result);
     bool resume(BDD_NODE*& result, ITE_TRIPLE& next);
 

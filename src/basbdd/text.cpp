@@ -5,11 +5,6 @@
 
 namespace {
 
-bool is_variable_node(const BDD_NODE& node)
-{
-    return node.high == basbdd_one && node.low == basbdd_zero;
-}
-
 /// @brief Writes nested if-then-else texts.
 class TEXT_WRITER {
 public:
@@ -51,7 +46,7 @@ void TEXT_WRITER::begin(BDD_NODE* e)
     if (edge::is_marked(e)) {
         *out_++ = '~';
     }
-    if (is_variable_node(*node)) {
+    if (edge::is_variable_node(*node, basbdd_one)) {
         *out_++ = names_[node->varid];
         return;
     }
