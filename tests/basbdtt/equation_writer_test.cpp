@@ -45,7 +45,7 @@ std::string literal(const BOOL_TRUTH_TABLE& table, bool external, bool top_level
     }
     const BOOL_TRUTH_TABLE f = table.get_false_factor_for_input(n - 1);
     const BOOL_TRUTH_TABLE t = table.get_true_factor_for_input(n - 1);
-    const std::string s0 = literal(f, external, false);
+    std::string s0 = literal(f, external, false);
     const std::string s1 = literal(t, external, false);
     if (f.value == t.value) {
         return s0;

@@ -18,8 +18,9 @@ struct TREES {
         std::string shape = "aA";
         for (unsigned i = 1; i <= depth; ++i) {
             const std::string leaf{"bcdefgh"[i % 7], "BCDEFG"[i % 6]};
-            const std::string op(1, "*@+"[i % 3]);
-            shape = op + (i % 2 == 0 ? "(~" + shape + ',' + leaf : '(' + leaf + ",~" + shape) + ')';
+            const std::string tree = '~' + std::exchange(shape, std::string(1, "*@+"[i % 3]));
+            shape.append("(").append(i % 2 == 0 ? tree : leaf).append(",");
+            shape.append(i % 2 == 0 ? leaf : tree).append(")");
         }
         function->root = tree_oracle::parse_shape(shape.c_str());
         function->nsuppt = function->countsuppt();
@@ -84,7 +85,7 @@ TEST(name_table_exhaustion, is_chosen_once_it_is_complete)
         ASSERT_EQ(failing_heap::live_blocks(), live_before) << "allocation " << at - 1;
         failing_heap::arm(at, LONG_MAX);
         try {
-            BOOL_FUNC(BOOL_FUNC_OR, names.data(), BOOL_VAR_QY);
+            const BOOL_FUNC function(BOOL_FUNC_OR, names.data(), BOOL_VAR_QY);
             chosen = true;
         } catch (const std::bad_alloc&) {
         }
