@@ -5,6 +5,8 @@
 #include "tree_oracle.h"
 
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace {
