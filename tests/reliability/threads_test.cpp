@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <thread>
-#include <vector>
 
 namespace {
 
@@ -30,9 +30,9 @@ void work(int thread)
 
 TEST(threads, work_on_tables_of_their_own)
 {
-    std::vector<std::thread> threads;
+    std::array<std::thread, 4> threads;
     for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back(work, thread);
+        threads.at(static_cast<std::size_t>(thread)) = std::thread(work, thread);
     }
     for (std::thread& each : threads) {
         each.join();

@@ -140,7 +140,7 @@ std::string shape(const BOOL_TNODE* node)
     if (node == nullptr) {
         return "-";
     }
-    const int op = node->op;
+    const signed char op = node->op;
     if (op == BOOL_OP_ONE || op == BOOL_OP_ZERO) {
         return op == BOOL_OP_ONE ? "1" : "0";
     }
