@@ -9,8 +9,8 @@
 namespace cellfn {
 
 constexpr int exit_success = 0;
-constexpr int exit_failure = 1; ///< no match, a diagnostic or a disagreement
-constexpr int exit_usage = 2;
+constexpr int exit_no_match = 1;
+constexpr int exit_trouble = 2; ///< anything else that the user must know
 
 /// Lists every cell of a library and checks that all its texts agree.
 int list(const std::string& file, bool tsv);

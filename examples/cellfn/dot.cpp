@@ -12,18 +12,29 @@ namespace cellfn {
 
 namespace {
 
+/// What all graphs look like, in front of what is particular to one.
+constexpr const char* style =
+    "  node [fontname=\"Helvetica\", shape=circle, width=0.45, margin=0.02];\n"
+    "  edge [fontname=\"Helvetica\", fontsize=11, arrowsize=0.7, labelangle=25, "
+    "labeldistance=1.5];\n"
+    "  f [shape=plaintext];\n";
+
 std::string edge_line(const std::string& from, const std::string& to, bool complemented,
                       const std::string& label)
 {
-    const std::string style = complemented ? "style=dashed, arrowhead=dot" : "style=solid";
-    const std::string text = label.empty() ? "" : ", label=\"" + label + '"';
-    return "  " + from + " -> " + to + " [" + style + text + "];\n";
+    std::string attributes = label.empty() ? "" : "taillabel=\"" + label + '"';
+    if (complemented) {
+        attributes += (label.empty() ? "" : ", ") + std::string("style=dashed, arrowhead=dot");
+    }
+    return "  " + from + " -> " + to + (attributes.empty() ? "" : " [" + attributes + "]") + ";\n";
 }
 
-std::string node_line(const std::string& name, const std::string& label, const std::string& shape)
+std::string node(const std::string& name, const std::string& label, const char* shape = "")
 {
-    return "  " + name + " [label=\"" + label + "\", shape=" + shape + "];\n";
+    return name + " [label=\"" + label + '"' + shape + "];";
 }
+
+constexpr const char* square = ", shape=square";
 
 std::string label_of(const BOOL_TNODE& node)
 {
@@ -57,19 +68,16 @@ void write_bdd_graph(std::ostream& out, const BDD_FUNC& function)
         const std::string name = to.is_constant() ? "one" : names.at(to.node);
         out << edge_line(from, name, to.complemented, label);
     };
-    out << "digraph bdd {\n" << node_line("f", "f", "plaintext") << node_line("one", "1", "box");
+    out << "digraph bdd {\n" << style;
     for (std::size_t i = 0; i < nodes.size();) {
         const unsigned short level = nodes[i]->varid;
         out << "  { rank=same;";
-        std::size_t last = i;
-        for (; last < nodes.size() && nodes[last]->varid == level; ++last) {
-            out << ' ' << names.at(nodes[last]) << ';';
+        for (; i < nodes.size() && nodes[i]->varid == level; ++i) {
+            out << ' ' << node(names.at(nodes[i]), function.mgr->varsigs[level]->name);
         }
         out << " }\n";
-        for (; i < last; ++i) {
-            out << node_line(names.at(nodes[i]), function.mgr->varsigs[level]->name, "circle");
-        }
     }
+    out << "  { rank=sink; " << node("one", "1", square) << " }\n";
     link("f", function.bdd, "");
     for (const BDD_NODE* each : nodes) {
         link(names.at(each), each->high, "1");
@@ -85,14 +93,14 @@ void write_tree_graph(std::ostream& out, const BOOL_FUNC& function)
         const BOOL_TNODE* node;
         bool complemented;
     };
-    out << "digraph tree {\n" << node_line("f", "f", "plaintext");
+    out << "digraph tree {\n" << style;
     std::vector<pending> stack{{"f", function.root, function.rootcompl != 0}};
     for (std::size_t number = 0; !stack.empty(); ++number) {
         const pending next = std::move(stack.back());
         stack.pop_back();
         const std::string name = "n" + std::to_string(number);
         const bool is_leaf = basbd_is_leaf(*next.node);
-        out << node_line(name, label_of(*next.node), is_leaf ? "box" : "ellipse")
+        out << "  " << node(name, label_of(*next.node), is_leaf ? square : "") << '\n'
             << edge_line(next.from, name, next.complemented, "");
         if (is_leaf) {
             continue;

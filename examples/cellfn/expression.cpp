@@ -1,5 +1,7 @@
 #include "expression.h"
 
+#include "text.h"
+
 #include <string_view>
 #include <unordered_map>
 #include <utility>

@@ -1,11 +1,14 @@
 #include "function_argument.h"
 
+#include "equation_elements.h"
 #include "genlib.h"
 #include "status.h"
-#include "usage_error.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <stdexcept>
+#include <utility>
 
 namespace cellfn {
 
@@ -15,17 +18,12 @@ bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-[[noreturn]] void refuse(const std::string& text, const std::string& why)
-{
-    throw usage_error("function '" + text + "': " + why);
-}
-
 bool is_input_name(const std::string& text, std::size_t at)
 {
     return upper(text[at]) == 'B' && at + 1 < text.size() && is_digit(text[at + 1]);
 }
 
-bool is_internal(const std::string& text)
+bool has_internal_format(const std::string& text)
 {
     if (text.rfind("F0=", 0) == 0) {
         return true;
@@ -36,20 +34,6 @@ bool is_internal(const std::string& text)
         }
     }
     return false;
-}
-
-/// The width at which a column of all the digits fits exactly.
-int width_of_digits(const std::string& text)
-{
-    const std::size_t digits = text.size() - 2;
-    int width = 2;
-    while ((std::size_t{1} << (width - 2)) < digits && width < static_cast<int>(max_inputs)) {
-        ++width;
-    }
-    if ((std::size_t{1} << (width - 2)) != digits) {
-        refuse(text, std::to_string(digits) + " digits; expected 1, 2, 4, 8, ... or --width");
-    }
-    return width;
 }
 
 int width_of_internal(const std::string& text)
@@ -80,36 +64,76 @@ int width_of_external(const std::string& text)
 
 } // namespace
 
-function_argument read_function(const std::string& text, int width)
+function_argument::function_argument(std::string text, int width)
+    : given(std::move(text)),
+      is_column(given[0] == '0' && given.size() >= 2 && upper(given[1]) == 'X'),
+      is_internal(!is_column && has_internal_format(given))
 {
-    const bool hexadecimal = text.size() >= 2 && text[0] == '0' && upper(text[1]) == 'X';
-    const bool internal = !hexadecimal && is_internal(text);
-    if (width == 0) {
-        width = hexadecimal ? width_of_digits(text)
-                : internal  ? width_of_internal(text)
-                            : width_of_external(text);
-    }
-    if (width > static_cast<int>(max_inputs)) {
-        refuse(text,
-               std::to_string(width) + " inputs; expected at most " + std::to_string(max_inputs));
-    }
-    function_argument read;
-    if (hexadecimal) {
-        read.table.set_value_from_hex_string(width, text);
-    } else if (internal) {
-        read.table.set_value_from_internal_equation(width, text);
+    if (is_column) {
+        read_column(width);
     } else {
-        read.table.set_value_from_external_equation(width, text);
+        read_equation(width);
     }
+    for (int i = 0; i < table.get_width(); ++i) {
+        inputs.push_back(is_internal ? "B" + std::to_string(i)
+                                     : std::string(1, static_cast<char>('A' + i)));
+    }
+}
+
+void function_argument::read_column(int width)
+{
+    if (width == 0) { // at which the digits fit exactly
+        const std::size_t digits = given.size() - 2;
+        for (width = 2; std::size_t{1} << (width - 2) < digits; ++width) {
+        }
+        if (std::size_t{1} << (width - 2) != digits || width > static_cast<int>(max_inputs)) {
+            refuse(std::to_string(digits) + " digits; expected 1, 2, 4, 8, ... digits or --width");
+        }
+    }
+    table.set_value_from_hex_string(width, given);
+    refuse_messages("hexadecimal digits, no more than fit");
+}
+
+void function_argument::read_equation(int width)
+{
+    const int named = is_internal ? width_of_internal(given) : width_of_external(given);
+    const int limit = width == 0 ? static_cast<int>(max_inputs) : width;
+    if (named > limit) {
+        refuse(std::to_string(named) + " inputs; expected at most " + std::to_string(limit));
+    }
+    width = std::max(width, named);
+    if (is_internal) {
+        table.set_value_from_internal_equation(width, given);
+    } else {
+        table.set_value_from_external_equation(width, given);
+    }
+    refuse_messages("an equation like 'A B + !C' or 'B0*B1@~B2', or a column like 0x8F");
+    const std::string gap = equation_elements(given, is_internal).find_gap();
+    if (!gap.empty()) {
+        refuse(gap);
+    }
+}
+
+expression function_argument::source() const
+{
+    if (is_column) {
+        const std::string written = table.get_internal_equation();
+        return equation_elements(written, true).to_expression(inputs);
+    }
+    return equation_elements(given, is_internal).to_expression(inputs);
+}
+
+void function_argument::refuse_messages(const std::string& expected) const
+{
     const std::string messages = take_messages();
     if (!messages.empty()) {
-        refuse(text, messages + "; expected an equation like 'A B + !C' or a column like 0x8F");
+        refuse(messages + "; expected " + expected);
     }
-    for (int i = 0; i < width; ++i) {
-        read.inputs.push_back(internal ? "B" + std::to_string(i)
-                                       : std::string(1, static_cast<char>('A' + i)));
-    }
-    return read;
+}
+
+void function_argument::refuse(const std::string& why) const
+{
+    throw std::runtime_error("function '" + elide(given, longest_quoted) + "': " + why);
 }
 
 } // namespace cellfn

@@ -1,6 +1,7 @@
 #include "genlib.h"
 
 #include "scanner.h"
+#include "text.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -10,6 +11,7 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <system_error>
 #include <utility>
@@ -17,6 +19,11 @@
 namespace cellfn {
 
 namespace {
+
+std::string quoted(std::string_view field)
+{
+    return "'" + elide(std::string(field), longest_quoted) + "'";
+}
 
 /// @param place  what a message starts with
 double to_number(scanner& text, const std::string& place, const std::string& meaning)
@@ -26,8 +33,8 @@ double to_number(scanner& text, const std::string& place, const std::string& mea
     double value = 0;
     const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
     if (error != std::errc() || end != field.data() + field.size() || !std::isfinite(value)) {
-        throw text_error(line, place + "expected a number as " + meaning + " instead of '" +
-                                   std::string(field) + "'");
+        throw text_error(line, place + "expected a number as " + meaning + " instead of " +
+                                   quoted(field));
     }
     text.take_field();
     return value;
@@ -59,7 +66,8 @@ cell read_gate(scanner& text, int line)
 }
 
 /// Reads what follows the word PIN: a pin or "*", a phase and six numbers.
-void read_pin(scanner& text, const cell* owner)
+/// @param described  the pins of the PIN statements before it
+void read_pin(scanner& text, const cell* owner, std::set<std::string>& described)
 {
     const int line = text.line();
     const std::string pin(text.take_field());
@@ -71,10 +79,13 @@ void read_pin(scanner& text, const cell* owner)
     if (pin != "*" && std::find(pins.begin(), pins.end(), pin) == pins.end()) {
         throw text_error(line, place + "expected '*' or an input of the cell's function");
     }
+    if (!described.insert(pin).second) {
+        throw text_error(line, place + "expected once in a cell");
+    }
     const std::string_view phase = text.peek_field();
     if (phase != "INV" && phase != "NONINV" && phase != "UNKNOWN") {
-        throw text_error(line, place + "expected INV, NONINV or UNKNOWN instead of '" +
-                                   std::string(phase) + "'");
+        throw text_error(line,
+                         place + "expected INV, NONINV or UNKNOWN instead of " + quoted(phase));
     }
     text.take_field();
     for (const char* meaning : {"the input load", "the largest load", "the rise delay",
@@ -106,22 +117,24 @@ library read_genlib(std::string file, std::string_view text)
     library read{std::move(file), {}, {}};
     scanner source(text);
     const cell* owner = nullptr;
+    std::set<std::string> described;
     while (!source.at_end()) {
         const int line = source.line();
         const std::string_view keyword = source.take_field();
         try {
             if (keyword == "GATE") {
                 owner = nullptr;
+                described.clear();
                 owner = &read.cells.emplace_back(read_gate(source, line));
             } else if (keyword == "PIN") {
-                read_pin(source, owner);
+                read_pin(source, owner, described);
             } else if (keyword == "LATCH") {
                 read.diagnostics.push_back({line, "note: LATCH passed over", false});
                 skip_statement(source);
             } else {
-                throw text_error(line, "expected GATE, PIN or LATCH instead of " +
-                                           (keyword.empty() ? shown(source.peek())
-                                                            : "'" + std::string(keyword) + "'"));
+                throw text_error(line,
+                                 "expected GATE, PIN or LATCH instead of " +
+                                     (keyword.empty() ? shown(source.peek()) : quoted(keyword)));
             }
         } catch (const text_error& error) {
             read.diagnostics.push_back({error.line, error.what(), true});
@@ -144,14 +157,23 @@ library load_library(const std::string& file)
         error = error ? error : std::error_code(errno, std::generic_category());
         throw std::runtime_error(file + ": cannot be read: " + error.message());
     }
-    return read_genlib(file, std::string{std::istreambuf_iterator<char>(stream), {}});
+    library read = read_genlib(file, std::string{std::istreambuf_iterator<char>(stream), {}});
+    if (read.cells.empty() && read.diagnostics.empty()) {
+        throw std::runtime_error(file + ": expected at least one GATE");
+    }
+    return read;
+}
+
+void print_message(const std::string& file, int line, const std::string& message)
+{
+    std::cerr << one_line(file) << ':' << line << ": " << one_line(message) << '\n';
 }
 
 bool print_diagnostics(const library& source)
 {
     bool has_error = false;
     for (const diagnostic& each : source.diagnostics) {
-        std::cerr << source.file << ':' << each.line << ": " << each.message << '\n';
+        print_message(source.file, each.line, each.message);
         has_error |= each.is_error;
     }
     return has_error;

@@ -41,10 +41,14 @@ struct library {
 /// the next GATE; a LATCH is passed over with a note, for it has no function of its inputs alone.
 library read_genlib(std::string file, std::string_view text);
 
-/// Reads a library from its file. Throws std::runtime_error when the file cannot be read.
+/// Reads a library from its file. Throws std::runtime_error when the file cannot be read or holds
+/// nothing.
 library load_library(const std::string& file);
 
-/// @brief Prints the diagnostics as `file:line: message` on standard error.
+/// Prints `file:line: message` on standard error.
+void print_message(const std::string& file, int line, const std::string& message);
+
+/// @brief Prints the diagnostics.
 /// @return whether one of them is an error
 bool print_diagnostics(const library& source);
 

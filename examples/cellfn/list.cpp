@@ -3,6 +3,7 @@
 #include "genlib.h"
 #include "progress.h"
 #include "representations.h"
+#include "text.h"
 #include "text_table.h"
 
 #include <iostream>
@@ -23,13 +24,15 @@ int list(const std::string& file, bool tsv)
             if (!found.empty()) {
                 ++disagreements;
                 shown.hide();
-                std::cerr << file << ':' << each.line << ": cell " << each.name << ": " << found
-                          << '\n';
+                print_message(file, each.line, "cell " + each.name + ": " + found);
             }
-            std::vector<std::string> row{
-                each.name,          joined(each.function.pins), all.texts.hexadecimal,
-                all.texts.external, all.texts.internal,         all.equation(),
-                bdd_text(all.bdd)};
+            std::vector<std::string> row{each.name,
+                                         joined(each.function.pins),
+                                         all.texts.hexadecimal,
+                                         all.external(),
+                                         all.internal(),
+                                         all.equation(),
+                                         bdd_text(all.bdd)};
             if (!tsv) {
                 for (std::string& text : row) {
                     text = elide(text, longest_shown);
@@ -46,7 +49,7 @@ int list(const std::string& file, bool tsv)
         std::cout << table.size() << " cells, " << disagreements << " disagreements\n";
     }
     const bool has_error = print_diagnostics(source);
-    return has_error || disagreements > 0 ? exit_failure : exit_success;
+    return has_error || disagreements > 0 ? exit_trouble : exit_success;
 }
 
 } // namespace cellfn

@@ -1,6 +1,6 @@
 #include "commands.h"
 #include "genlib.h"
-#include "usage_error.h"
+#include "text.h"
 
 #include <CLI/CLI.hpp>
 
@@ -9,6 +9,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -16,8 +17,12 @@ constexpr const char* about = "Boolean functions of cell libraries: columns, equ
                               "trees and BDDs.";
 constexpr const char* legend =
     "FUNCTION is an equation like '!(A B + C)', one in the internal format like 'F0=~(B0*B1+B2)',\n"
-    "or a column like 0x07. The exit status is 0 for success; 1 when no cell matches, a line of\n"
-    "the library is bad or representations disagree; 2 for wrong arguments.";
+    "or a column like 0x07. The exit status is 0 for success, 1 when no cell matches, and 2 for\n"
+    "everything that a line on standard error tells: wrong arguments, a library that cannot be\n"
+    "read in full, representations that disagree, output that cannot be written.";
+
+const std::map<std::string, cellfn::graph> graphs{
+    {"", cellfn::graph::none}, {"bdd", cellfn::graph::bdd}, {"tree", cellfn::graph::tree}};
 
 /// The options that commands share.
 struct arguments {
@@ -26,7 +31,7 @@ struct arguments {
     int width = 0;
     bool tsv = false;
     cellfn::match_options matching;
-    cellfn::graph graph = cellfn::graph::none;
+    std::string graph;
 };
 
 void add_library(CLI::App& command, arguments& given)
@@ -50,7 +55,7 @@ int run(int argc, char** argv)
     app.set_version_flag("--version", "cellfn " CELLFN_VERSION);
     app.require_subcommand(1);
     arguments given;
-    int status = cellfn::exit_usage;
+    int status = cellfn::exit_trouble;
 
     CLI::App* list = app.add_subcommand("list", "List every cell and check its representations");
     add_library(*list, given);
@@ -68,18 +73,21 @@ int run(int argc, char** argv)
 
     CLI::App* show = app.add_subcommand("show", "Show every representation of one function");
     add_function(*show, given);
-    show->add_option("--dot", given.graph, "Write a Graphviz graph of it instead")
-        ->transform(CLI::CheckedTransformer(std::map<std::string, cellfn::graph>{
-            {"bdd", cellfn::graph::bdd}, {"tree", cellfn::graph::tree}}));
-    show->callback([&] { status = cellfn::show(given.function, given.width, given.graph); });
+    show->add_option("--dot", given.graph, "Write a Graphviz graph of it instead: bdd or tree")
+        ->check(CLI::IsMember({"bdd", "tree"}));
+    show->callback(
+        [&] { status = cellfn::show(given.function, given.width, graphs.at(given.graph)); });
 
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() != 0) {
-            throw cellfn::usage_error(std::string(error.what()) + "; see cellfn --help");
+        if (error.get_exit_code() == 0) {
+            return app.exit(error); // prints what --help and --version ask for
         }
-        return app.exit(error); // prints what --help and --version ask for
+        const std::vector<std::string> unknown = app.remaining(true);
+        throw std::runtime_error(
+            (unknown.empty() ? error.what() : "unexpected argument '" + unknown.front() + "'") +
+            "; see cellfn --help");
     }
     return status;
 }
@@ -94,11 +102,8 @@ int main(int argc, char** argv)
             throw std::runtime_error("the output cannot be written");
         }
         return status;
-    } catch (const cellfn::usage_error& error) {
-        std::cerr << "cellfn: " << error.what() << '\n';
-        return cellfn::exit_usage;
     } catch (const std::exception& error) {
-        std::cerr << "cellfn: " << error.what() << '\n';
-        return cellfn::exit_failure;
+        std::cerr << "cellfn: " << cellfn::one_line(error.what()) << '\n';
+        return cellfn::exit_trouble;
     }
 }

@@ -4,6 +4,7 @@
 #include "genlib.h"
 #include "matcher.h"
 #include "progress.h"
+#include "text.h"
 
 #include <algorithm>
 #include <iostream>
@@ -80,7 +81,7 @@ std::string number_text(double value)
 int match(const std::string& file, const std::string& function, int width, match_options options,
           bool tsv)
 {
-    const function_argument wanted = read_function(function, width);
+    const function_argument wanted(function, width);
     const library source = load_library(file);
     const bool has_error = print_diagnostics(source);
     const matchable target(wanted.table);
@@ -102,12 +103,17 @@ int match(const std::string& file, const std::string& function, int width, match
     }
     shown.hide();
     if (matching == 0) {
-        std::cerr << "cellfn: no cell of " << file << " implements '" << function
-                  << (options.exact ? "' without complements\n" : "'\n");
+        std::cerr << one_line("cellfn: no cell of " + file + " implements '" +
+                              elide(function, longest_quoted) +
+                              (options.exact ? "' without complements" : "'"))
+                  << '\n';
     } else if (!tsv) {
         std::cout << matching << " of " << source.cells.size() << " cells\n";
     }
-    return matching == 0 || has_error ? exit_failure : exit_success;
+    if (has_error) {
+        return exit_trouble;
+    }
+    return matching == 0 ? exit_no_match : exit_success;
 }
 
 } // namespace cellfn

@@ -32,6 +32,19 @@ unsigned short count(const std::vector<TECHMAP_SIG>& signals)
     return static_cast<unsigned short>(signals.size());
 }
 
+literal_counts literals_of(BOOL_FUNC& tree, std::vector<TECHMAP_SIG>& signals)
+{
+    std::vector<TECHMAP_SIG*> from_highest = addresses(signals);
+    std::reverse(from_highest.begin(), from_highest.end());
+    BDD_MANAGER manager(BDD_STORE_HASH, count(signals), from_highest.data());
+    return count_literals(BDD_FUNC(count(signals), &tree, &manager, nullptr).bdd);
+}
+
+std::string shown(const std::optional<std::string>& equation, std::uint64_t literals)
+{
+    return equation ? *equation : "(" + std::to_string(literals) + " literals)";
+}
+
 /// @return the first assignment on which the BDD differs from the column, empty when none does
 std::string bdd_difference(const BDD_FUNC& bdd, const BOOL_TRUTH_TABLE& table)
 {
@@ -47,11 +60,16 @@ std::string bdd_difference(const BDD_FUNC& bdd, const BOOL_TRUTH_TABLE& table)
 } // namespace
 
 representations::representations(const expression& source)
-    : signals(signals_of(source.pins)), table(to_table(source)), texts(table),
-      tree(source, signals), manager(BDD_STORE_HASH, count(signals), addresses(signals).data()),
-      bdd(count(signals), &tree.function, &manager, nullptr)
+    : signals(signals_of(source.pins)), table(to_table(source)), tree(source, signals),
+      manager(BDD_STORE_HASH, count(signals), addresses(signals).data()),
+      bdd(count(signals), &tree.function, &manager, nullptr),
+      literals(literals_of(tree.function, signals)), texts(table, literals)
 {
 }
+
+std::string representations::external() const { return shown(texts.external, literals.external); }
+
+std::string representations::internal() const { return shown(texts.internal, literals.internal); }
 
 std::string representations::equation()
 {

@@ -5,6 +5,7 @@
 #include "basbdd.h"
 #include "expression.h"
 #include "host_signal.h"
+#include "literals.h"
 #include "table_texts.h"
 #include "tree.h"
 
@@ -19,19 +20,25 @@ namespace cellfn {
 struct representations {
     explicit representations(const expression& source);
 
+    /// The table's equations; the number of their literals when there are too many to write.
+    std::string external() const;
+    std::string internal() const;
+
     /// The tree's equation; "-" when the function has more inputs than there are variable names.
     std::string equation();
 
-    /// @brief Reads the table's texts back, and compares column, tree and BDD on every assignment.
+    /// @brief Reads the table's texts back, as far as they are written, and compares column, tree
+    /// and BDD on every assignment.
     /// @return what differs, empty when nothing does
     std::string check() const;
 
     std::vector<TECHMAP_SIG> signals; ///< of the pins; tree and BDD point to them
     BOOL_TRUTH_TABLE table;
-    table_texts texts;
     cell_tree tree;
     BDD_MANAGER manager;
     BDD_FUNC bdd;
+    literal_counts literals;
+    table_texts texts;
 };
 
 } // namespace cellfn

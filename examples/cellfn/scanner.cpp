@@ -63,17 +63,4 @@ int scanner::line()
     return current_line;
 }
 
-std::string shown(char character)
-{
-    if (character >= ' ' && character <= '~') {
-        return std::string{'\'', character, '\''};
-    }
-    if (character == '\0') {
-        return "the end of the text";
-    }
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    const auto byte = static_cast<unsigned char>(character);
-    return {'\'', '\\', 'x', digits[byte / 16], digits[byte % 16], '\''};
-}
-
 } // namespace cellfn

@@ -43,7 +43,4 @@ private:
     int current_line = 1;
 };
 
-/// A character as a message shows it: itself, or `\xHH` when it is no printable ASCII.
-std::string shown(char character);
-
 } // namespace cellfn

@@ -8,11 +8,14 @@ namespace {
 
 using reader = void (BOOL_TRUTH_TABLE::*)(int, const std::string&);
 
-std::string difference(const BOOL_TRUTH_TABLE& table, reader read, const std::string& text,
-                       const std::string& format)
+std::string difference(const BOOL_TRUTH_TABLE& table, reader read,
+                       const std::optional<std::string>& text, const std::string& format)
 {
+    if (!text) {
+        return "";
+    }
     BOOL_TRUTH_TABLE back;
-    (back.*read)(table.get_width(), text);
+    (back.*read)(table.get_width(), *text);
     const std::string messages = take_messages();
     if (!messages.empty()) {
         return format + " is refused: " + messages;
@@ -23,10 +26,15 @@ std::string difference(const BOOL_TRUTH_TABLE& table, reader read, const std::st
 
 } // namespace
 
-table_texts::table_texts(const BOOL_TRUTH_TABLE& table)
-    : hexadecimal(table.value.get_hex_string()), external(table.get_external_equation()),
-      internal(table.get_internal_equation())
+table_texts::table_texts(const BOOL_TRUTH_TABLE& table, literal_counts literals)
+    : hexadecimal(table.value.get_hex_string())
 {
+    if (literals.external <= most_literals) {
+        external = table.get_external_equation();
+    }
+    if (literals.internal <= most_literals) {
+        internal = table.get_internal_equation();
+    }
 }
 
 std::string check_texts(const BOOL_TRUTH_TABLE& table, const table_texts& texts)

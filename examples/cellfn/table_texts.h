@@ -3,17 +3,24 @@
 #pragma once
 
 #include "basbdtt.h"
+#include "literals.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace cellfn {
 
+/// Equations of more literals are not written: there may be a hundred million in one.
+constexpr std::uint64_t most_literals = 100000;
+
 /// The texts of one truth table.
 struct table_texts {
-    explicit table_texts(const BOOL_TRUTH_TABLE& table);
+    /// @param literals  of the table's equations
+    explicit table_texts(const BOOL_TRUTH_TABLE& table, literal_counts literals = {});
     std::string hexadecimal;
-    std::string external;
-    std::string internal;
+    std::optional<std::string> external;
+    std::optional<std::string> internal;
 };
 
 /// @brief Reads the texts back and compares each with the table.

@@ -1,5 +1,7 @@
 #include "text_table.h"
 
+#include "text.h"
+
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -34,26 +36,6 @@ std::size_t cut_for(const std::vector<std::size_t>& widths, std::size_t line_wid
 std::string visible(const std::string& text) { return text.empty() ? "\"\"" : text; }
 
 } // namespace
-
-std::string elide(const std::string& text, std::size_t limit)
-{
-    constexpr std::size_t dots = 3;
-    if (text.size() <= limit) {
-        return text;
-    }
-    const std::size_t head = (limit - dots + 1) / 2;
-    const std::size_t tail = limit - dots - head;
-    return text.substr(0, head) + "..." + text.substr(text.size() - tail);
-}
-
-std::string joined(const std::vector<std::string>& words)
-{
-    std::string text;
-    for (const std::string& each : words) {
-        text += (text.empty() ? "" : " ") + each;
-    }
-    return text;
-}
 
 std::size_t output_width()
 {

@@ -30,15 +30,6 @@ private:
     std::vector<std::vector<std::string>> rows;
 };
 
-/// `text`, or its two ends around "..." when it is longer than `limit`.
-std::string elide(const std::string& text, std::size_t limit);
-
-/// The words with blanks between them.
-std::string joined(const std::vector<std::string>& words);
-
-/// Of a text that is shown in full where people read it.
-constexpr std::size_t longest_shown = 2000;
-
 /// The width of the terminal behind standard output; 0 when there is none.
 std::size_t output_width();
 

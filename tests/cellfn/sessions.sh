@@ -1,20 +1,21 @@
 #!/bin/sh
-# Runs every console session of the README and compares what it prints.
-# usage: readme_sessions.sh PROJECT-DIR PROGRAM-DIR... [--print]: --print shows the README as it
+# Runs every console session of a document and compares what it prints.
+# usage: sessions.sh DOCUMENT PROJECT-DIR PROGRAM-DIR... [--print]: --print shows the document as it
 # ought to be instead
 set -eu
-project=$1
-shift
+document=$1
+project=$2
+shift 2
 print=no
 for directory in "$@"; do
     if [ "$directory" = --print ]; then print=yes; else PATH=$directory:$PATH; fi
 done
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
-ln -s "$project/examples" "$scratch/examples"
+ln -s "$project/examples" "$project/tests" "$scratch"
 cd "$scratch"
 
-# Copies the README; in a session each command is followed by what it prints now.
+# Copies the document; in a session each command is followed by what it prints now.
 replay() {
     in_session=no
     while IFS= read -r line; do
@@ -23,7 +24,7 @@ replay() {
         'yes```') in_session=no ;;
         'yes$ '*)
             printf '%s\n' "$line"
-            sh -c "${line#??}" 2>&1 || :
+            sh -c "${line#??}" 2>&1 </dev/null || :
             continue
             ;;
         yes*) continue ;;
@@ -32,5 +33,5 @@ replay() {
     done
 }
 
-replay <"$project/README.md" >expected
-if [ $print = yes ]; then cat expected; else diff "$project/README.md" expected; fi
+replay <"$document" >expected
+if [ $print = yes ]; then cat expected; else diff "$document" expected; fi
