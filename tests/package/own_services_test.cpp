@@ -5,89 +5,65 @@
 #include "basbdbool.h"
 #include "basbdtt.h"
 #include "bd_dynamic_ld.h"
-#include "ut_fastmem.h"
-#include "ut_msgman.h"
-#include "ut_text.h"
+#include "counting_pool.h"
+#include "host_recorder.h"
 
 #include <dlfcn.h>
 
-#include <cstdlib>
-#include <iostream>
+#include <gtest/gtest.h>
+
+#include <cstdint>
 #include <string>
+#include <vector>
+
+std::int64_t BD_DYNAMIC_LD::dynamic_id = 20261122;
 
 namespace {
 
-int failures = 0;
-// Constant initialisation only: the pool is made before any constructor of this program.
-unsigned long pool_block = 0;
-unsigned long pool_chunk = 0;
-int blocks_out = 0;
+std::vector<std::string> offsets;
 
-std::string& last_status()
+Dl_info home_of(const char* symbol)
 {
-    static std::string text;
-    return text;
+    Dl_info info{};
+    EXPECT_NE(dladdr(dlsym(RTLD_DEFAULT, symbol), &info), 0) << symbol;
+    return info;
 }
 
-void expect(bool holds, const char* what)
+TEST(own_services, make_the_pool_at_load)
 {
-    if (!holds) {
-        std::cerr << "failed: " << what << '\n';
-        ++failures;
+    EXPECT_EQ(counting_pool::made_with().block, sizeof(BOOL_TNODE));
+    EXPECT_EQ(counting_pool::made_with().blocks_per_chunk, 500U);
+    auto* node = new BOOL_TNODE(BOOL_OP_ONE);
+    EXPECT_EQ(counting_pool::live(), 1);
+    delete node;
+    EXPECT_EQ(counting_pool::live(), 0);
+}
+
+TEST(own_services, win_one_by_one)
+{
+    BOOL_TRUTH_TABLE table;
+    table.set_value_from_internal_equation(2, "B0-B1");
+    EXPECT_EQ(host_recorder::take_statuses().at(0), "Unexpected equation element '-'");
+    const std::string home_of_others = home_of("_Z7neoformPKcz").dli_fname;
+    EXPECT_NE(home_of_others.find("libbasbdhost"), std::string::npos) << home_of_others;
+}
+
+TEST(own_services, lend_the_load_identifier)
+{
+    const Dl_info library = home_of("_ZN10BOOL_TNODE7reclaimEv");
+    EXPECT_EQ(offsets.size(), 3U) << "three units copy it";
+    for (const std::string& each : offsets) {
+        const char* copy =
+            static_cast<const char*>(library.dli_fbase) + std::stoul(each, nullptr, 16);
+        EXPECT_EQ(*reinterpret_cast<const std::int64_t*>(copy), 20261122);
     }
 }
 
 } // namespace
 
-std::int64_t BD_DYNAMIC_LD::dynamic_id = 20261122;
-
-UT_FASTMEM::UT_FASTMEM(unsigned long block_size, unsigned long blocks_per_chunk) : state(nullptr)
-{
-    pool_block = block_size;
-    pool_chunk = blocks_per_chunk;
-}
-UT_FASTMEM::~UT_FASTMEM() { state = nullptr; }
-void* UT_FASTMEM::getnewptr()
-{
-    ++blocks_out;
-    return std::malloc(pool_block);
-}
-void UT_FASTMEM::free(void* block)
-{
-    --blocks_out;
-    std::free(block);
-}
-
-void ut_status(const char* text)
-{
-    last_status() = text;
-    std::free(const_cast<char*>(text));
-}
-
 int main(int argc, char** argv)
 {
-    expect(pool_block == sizeof(BOOL_TNODE) && pool_chunk == 500, "the pool is made at load");
-    auto* node = new BOOL_TNODE(BOOL_OP_ONE);
-    expect(blocks_out == 1, "a node comes from this program's pool");
-    delete node;
-    expect(blocks_out == 0, "and goes back to it");
-
-    BOOL_TRUTH_TABLE table;
-    table.set_value_from_internal_equation(2, "B0-B1");
-    expect(last_status() == "Unexpected equation element '-'", "the status comes here");
-
-    Dl_info stand_in{};
-    expect(dladdr(ut_msgman, &stand_in) != 0 &&
-               std::string(stand_in.dli_fname).find("libbasbdhost") != std::string::npos,
-           "a service that is not defined here is the stand-in's");
-
-    Dl_info library{};
-    expect(dladdr(dlsym(RTLD_DEFAULT, "_ZN10BOOL_TNODE7reclaimEv"), &library) != 0, "its place");
-    expect(argc == 4, "three units copy the load identifier");
-    for (int i = 1; i < argc; ++i) {
-        const auto* copy =
-            static_cast<const char*>(library.dli_fbase) + std::strtoul(argv[i], nullptr, 16);
-        expect(*reinterpret_cast<const std::int64_t*>(copy) == 20261122, argv[i]);
-    }
-    return failures;
+    testing::InitGoogleTest(&argc, argv);
+    offsets.assign(argv + 1, argv + argc);
+    return RUN_ALL_TESTS();
 }

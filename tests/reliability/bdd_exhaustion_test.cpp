@@ -19,7 +19,8 @@ struct BDDS {
             tree.addsigtofunc(each, 0);
         }
         product = std::make_unique<BDD_FUNC>(variables, &tree, &manager, nullptr);
-        sum = std::make_unique<BDD_FUNC>(variables, nullptr, &manager, nullptr);
+        BOOL_FUNC none;
+        sum = std::make_unique<BDD_FUNC>(variables, &none, &manager, nullptr);
         for (unsigned i = 0; i < pairs; ++i) {
             BDD_NODE* const last = owner->variable(i + pairs);
             BDD_NODE* const pair = manager.ifthenelse(owner->variable(i), last, basbdd_zero);

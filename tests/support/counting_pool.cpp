@@ -6,7 +6,9 @@
 
 namespace {
 
+// Constant initialisation only: the pool is made before any constructor of this program.
 long live_blocks = 0;
+counting_pool::sizes asked_for{};
 
 } // namespace
 
@@ -15,9 +17,10 @@ public:
     unsigned long block_size;
 };
 
-UT_FASTMEM::UT_FASTMEM(unsigned long block_size, unsigned long /*blocks_per_chunk*/)
+UT_FASTMEM::UT_FASTMEM(unsigned long block_size, unsigned long blocks_per_chunk)
     : state(new STATE{block_size})
 {
+    asked_for = {block_size, blocks_per_chunk};
 }
 
 UT_FASTMEM::~UT_FASTMEM() { delete state; }
@@ -35,3 +38,5 @@ void UT_FASTMEM::free(void* block)
 }
 
 long counting_pool::live() { return live_blocks; }
+
+counting_pool::sizes counting_pool::made_with() { return asked_for; }

@@ -8,4 +8,11 @@ namespace counting_pool {
 /// Blocks that were taken and not given back.
 long live();
 
+/// The arguments with which the pool was made.
+struct sizes {
+    unsigned long block;
+    unsigned long blocks_per_chunk;
+};
+sizes made_with();
+
 } // namespace counting_pool

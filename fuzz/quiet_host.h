@@ -1,6 +1,6 @@
 /// @file
 /// @brief A host that counts the messages and keeps nothing, for programs that provoke them by the
-/// million or watch every allocation. It is the message manager from the start.
+/// million. It is the message manager from the start.
 #pragma once
 
 namespace quiet_host {
