@@ -26,6 +26,19 @@ std::size_t length_of_first(std::string_view text, bool is_internal)
                                         digits.begin());
 }
 
+/// The input that an element names, -1 when it names none.
+int input_of(std::string_view element, bool is_internal)
+{
+    const int letter = element.front() | ' ';
+    if (!is_letter(element.front())) {
+        return -1;
+    }
+    if (!is_internal) {
+        return letter - 'a';
+    }
+    return letter == 'b' && element.size() > 1 ? std::stoi(std::string(element.substr(1))) : -1;
+}
+
 } // namespace
 
 equation_elements::equation_elements(std::string_view text, bool in_internal_format)
@@ -41,6 +54,15 @@ equation_elements::equation_elements(std::string_view text, bool in_internal_for
         }
         text.remove_prefix(length);
     }
+}
+
+int equation_elements::highest_input() const
+{
+    int highest = -1;
+    for (const std::string_view each : elements) {
+        highest = std::max(highest, input_of(each, is_internal));
+    }
+    return highest;
 }
 
 std::string equation_elements::find_gap() const
@@ -67,10 +89,9 @@ expression equation_elements::to_expression(std::vector<std::string> pins) const
     std::string text;
     for (const std::string_view each : elements) {
         const char c = each.front();
-        if (is_letter(c)) {
-            const int number =
-                is_internal ? std::stoi(std::string(each.substr(1))) : (c | ' ') - 'a';
-            text += ' ' + pins[static_cast<std::size_t>(number)];
+        const int input = input_of(each, is_internal);
+        if (input >= 0) {
+            text += ' ' + pins[static_cast<std::size_t>(input)];
         } else if (is_digit(c)) {
             text += std::string(" CONST") + c;
         } else {

@@ -16,13 +16,17 @@ namespace cellfn {
 /// Who writes that has meant something else.
 class equation_elements {
 public:
-    /// @param text  that the library can read; it must outlive the object
+    /// @param text  outlives the object
     equation_elements(std::string_view text, bool in_internal_format);
 
-    /// What is missing between two elements, and where; empty when nothing is.
+    /// The number of the highest input that is named; -1 when none is.
+    int highest_input() const;
+
+    /// What is missing between two elements of an equation that the library can read, and where;
+    /// empty when nothing is.
     std::string find_gap() const;
 
-    /// The equation as an expression over these pins, of which the first is input 0.
+    /// An equation without a gap as an expression over these pins, of which the first is input 0.
     expression to_expression(std::vector<std::string> pins) const;
 
 private:

@@ -14,59 +14,20 @@ namespace cellfn {
 
 namespace {
 
-bool is_digit(char c) { return c >= '0' && c <= '9'; }
-
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-bool is_input_name(const std::string& text, std::size_t at)
+bool is_hexadecimal(const std::string& text)
 {
-    return upper(text[at]) == 'B' && at + 1 < text.size() && is_digit(text[at + 1]);
+    return text.size() >= 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
 }
 
 bool has_internal_format(const std::string& text)
 {
-    if (text.rfind("F0=", 0) == 0) {
-        return true;
-    }
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (is_input_name(text, i)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-int width_of_internal(const std::string& text)
-{
-    int width = 1;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (is_input_name(text, i)) {
-            int number = text[i + 1] - '0';
-            if (i + 2 < text.size() && is_digit(text[i + 2])) {
-                number = 10 * number + (text[i + 2] - '0');
-            }
-            width = std::max(width, number + 1);
-        }
-    }
-    return width;
-}
-
-int width_of_external(const std::string& text)
-{
-    int width = 1;
-    for (const char c : text) {
-        if (upper(c) >= 'A' && upper(c) <= 'Z') {
-            width = std::max(width, upper(c) - 'A' + 1);
-        }
-    }
-    return width;
+    return text.rfind("F0=", 0) == 0 || equation_elements(text, true).highest_input() >= 0;
 }
 
 } // namespace
 
 function_argument::function_argument(std::string text, int width)
-    : given(std::move(text)),
-      is_column(given[0] == '0' && given.size() >= 2 && upper(given[1]) == 'X'),
+    : given(std::move(text)), is_column(is_hexadecimal(given)),
       is_internal(!is_column && has_internal_format(given))
 {
     if (is_column) {
@@ -96,7 +57,8 @@ void function_argument::read_column(int width)
 
 void function_argument::read_equation(int width)
 {
-    const int named = is_internal ? width_of_internal(given) : width_of_external(given);
+    const equation_elements elements(given, is_internal);
+    const int named = std::max(1, elements.highest_input() + 1);
     const int limit = width == 0 ? static_cast<int>(max_inputs) : width;
     if (named > limit) {
         refuse(std::to_string(named) + " inputs; expected at most " + std::to_string(limit));
@@ -108,7 +70,7 @@ void function_argument::read_equation(int width)
         table.set_value_from_external_equation(width, given);
     }
     refuse_messages("an equation like 'A B + !C' or 'B0*B1@~B2', or a column like 0x8F");
-    const std::string gap = equation_elements(given, is_internal).find_gap();
+    const std::string gap = elements.find_gap();
     if (!gap.empty()) {
         refuse(gap);
     }
