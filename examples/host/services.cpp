@@ -45,7 +45,8 @@ UT_FASTMEM::~UT_FASTMEM() { delete state; }
 void* UT_FASTMEM::getnewptr()
 {
     if (state->free_blocks.empty()) {
-        const std::size_t units = state->block_size / sizeof(std::max_align_t) + 1;
+        constexpr std::size_t unit = sizeof(std::max_align_t);
+        const std::size_t units = (state->block_size + unit - 1) / unit;
         state->free_blocks.reserve((state->chunks.size() + 1) * state->blocks_per_chunk);
         state->chunks.emplace_back(new std::max_align_t[units * state->blocks_per_chunk]);
         for (std::size_t i = state->blocks_per_chunk; i-- > 0;) {
