@@ -17,11 +17,13 @@ CONSTANT_VARIABLE = 0xFFFF
 def column_text(column):
     """The hexadecimal digits of a TRUTH_TABLE_VAL, most significant first."""
     words = column["words"]["_M_impl"]["_M_start"]
+    word_count = int(column["words"]["_M_impl"]["_M_finish"] - words)
     digits = max(1, int(column["bit_count"]) // 4)
     shown = min(digits, HEX_DIGITS_SHOWN)
 
     def digit(index):
-        return "%X" % ((int(words[index // 8]) >> (index % 8 * 4)) & 15)
+        word = int(words[index // 8]) if index // 8 < word_count else 0  # a missing word is zero
+        return "%X" % ((word >> (index % 8 * 4)) & 15)
 
     text = "".join(digit(digits - 1 - i) for i in range(shown))
     return text if shown == digits else "%s... (%d digits)" % (text, digits)

@@ -12,7 +12,7 @@ expect() {
     safe_path=$1 program=$2
     shift 2
     gdb -batch -nx -iex "set auto-load safe-path $safe_path" "$@" -x values.gdb "$program" 2>&1 |
-        grep '^\$' | sed 's/0x[0-9a-f]*/ADDRESS/g' | diff -u expected.txt -
+        grep '^\$' | sed 's/^\$[0-9]* = //; s/0x[0-9a-f]*/ADDRESS/g' | diff -u expected.txt -
 }
 
 expect "$(dirname "$2")" "$3"

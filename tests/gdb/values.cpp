@@ -14,6 +14,8 @@ int main()
     table.set_value_from_hex_string(3, "e8");
     BOOL_TRUTH_TABLE wide;
     wide.set_value(9, TRUTH_TABLE_VAL(9, 1));
+    BOOL_TRUTH_TABLE cut = wide;
+    cut.value.words.resize(9);
 
     TECHMAP_SIG s;
     TECHMAP_SIG t;

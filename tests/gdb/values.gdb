@@ -5,6 +5,7 @@ run
 up
 print table
 print wide.value
+print cut
 print tree
 print *tree.root
 print function
