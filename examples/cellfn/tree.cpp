@@ -59,7 +59,8 @@ void combine(TRUTH_TABLE_VAL& left, const TRUTH_TABLE_VAL& right, signed char op
     }
 }
 
-/// Walks a tree bottom-up with a stack of its own: a chain may be as long as the user's text.
+/// Walks a tree bottom-up with a stack of its own: a chain may be as long as the user's text. Every
+/// operator has both operands.
 class column_walk {
 public:
     explicit column_walk(const std::vector<TECHMAP_SIG>& all)
@@ -92,31 +93,17 @@ private:
             visits.pop_back();
         } else if (top.operands == 0) {
             top.operands = 1;
-            descend(node.left);
+            visits.push_back({node.left, 0});
         } else if (top.operands == 1) {
             complement_if(node.lcompl != 0);
             top.operands = 2;
-            if (node.right == nullptr) {
-                visits.pop_back();
-            } else {
-                descend(node.right);
-            }
+            visits.push_back({node.right, 0});
         } else {
             complement_if(node.rcompl != 0);
             const TRUTH_TABLE_VAL right = std::move(values.back());
             values.pop_back();
             combine(values.back(), right, node.op);
             visits.pop_back();
-        }
-    }
-
-    /// An operator without a left operand stands for 0.
-    void descend(const BOOL_TNODE* operand)
-    {
-        if (operand == nullptr) {
-            values.emplace_back(width, 0);
-        } else {
-            visits.push_back({operand, 0});
         }
     }
 

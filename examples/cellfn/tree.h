@@ -25,7 +25,7 @@ struct cell_tree {
 /// The function as the library writes it.
 std::string tree_equation(BOOL_FUNC& function);
 
-/// The function's column, computed by walking the tree: `signals[i]` is input i.
+/// The column of a cell's tree, computed by walking it: `signals[i]` is input i.
 TRUTH_TABLE_VAL tree_column(const BOOL_FUNC& function, const std::vector<TECHMAP_SIG>& signals);
 
 } // namespace cellfn
