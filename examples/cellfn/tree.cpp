@@ -59,21 +59,25 @@ void combine(TRUTH_TABLE_VAL& left, const TRUTH_TABLE_VAL& right, signed char op
     }
 }
 
-/// Walks a tree bottom-up with a stack of its own: a chain may be as long as the user's text. Every
-/// operator has both operands.
-class column_walk {
+/// @brief Computes a block of a tree's column, in which the inputs from `width` on are fixed.
+///
+/// Walks the tree bottom-up with a stack of its own: a chain may be as long as the user's text, and
+/// a value waits for each of its operators. Every operator has both operands.
+class block_walk {
 public:
-    explicit column_walk(const std::vector<TECHMAP_SIG>& all)
-        : signals(all), width(std::max(1, static_cast<int>(all.size()))), one(width, 1)
+    /// @param block  where the block stands in the column: the values of the fixed inputs
+    block_walk(const std::vector<TECHMAP_SIG>& all, int block_width, std::size_t block)
+        : signals(all), width(block_width), fixed(block), one(width, 1)
     {
     }
 
-    TRUTH_TABLE_VAL run(const BOOL_TNODE& root)
+    TRUTH_TABLE_VAL run(const BOOL_FUNC& function)
     {
-        visits.push_back({&root, 0});
+        visits.push_back({function.root, 0});
         while (!visits.empty()) {
             advance();
         }
+        complement_if(function.rootcompl != 0);
         return std::move(values.back());
     }
 
@@ -120,13 +124,18 @@ private:
         if (signal == nullptr) {
             return {width, leaf.op == BOOL_OP_ONE ? 1 : 0};
         }
+        const auto number = static_cast<int>(signal - signals.data());
+        if (number >= width) {
+            return {width, static_cast<int>(fixed >> (number - width) & 1U)};
+        }
         BOOL_TRUTH_TABLE input;
-        input.set_identity_for_input(width, static_cast<int>(signal - signals.data()));
+        input.set_identity_for_input(width, number);
         return std::move(input.value);
     }
 
     const std::vector<TECHMAP_SIG>& signals;
     int width;
+    std::size_t fixed;
     TRUTH_TABLE_VAL one;
     std::vector<visit> visits;
     std::vector<TRUTH_TABLE_VAL> values;
@@ -161,9 +170,14 @@ std::string tree_equation(BOOL_FUNC& function)
 
 TRUTH_TABLE_VAL tree_column(const BOOL_FUNC& function, const std::vector<TECHMAP_SIG>& signals)
 {
-    TRUTH_TABLE_VAL column = column_walk(signals).run(*function.root);
-    if (function.rootcompl != 0) {
-        column ^= TRUTH_TABLE_VAL(std::max(1, static_cast<int>(signals.size())), 1);
+    constexpr int most_inputs = 12; // so that a block takes half a kilobyte
+    const int width = std::max(1, static_cast<int>(signals.size()));
+    const int block_width = std::min(width, most_inputs);
+    TRUTH_TABLE_VAL column(width, 0);
+    auto to = column.words.begin();
+    for (std::size_t block = 0; block < std::size_t{1} << (width - block_width); ++block) {
+        const TRUTH_TABLE_VAL part = block_walk(signals, block_width, block).run(function);
+        to = std::copy(part.words.begin(), part.words.end(), to);
     }
     return column;
 }
