@@ -12,10 +12,10 @@ using namespace basbdtt;
 using words = std::vector<std::uint32_t>;
 
 /// Words of the result that are made at a time, so that the result need not be cleared first.
-constexpr std::size_t buffer_words = 512;
+constexpr std::size_t buffer_words = 1024;
 
-/// Columns up to this length are copied and then halved, which saves an allocation.
-constexpr std::size_t short_column_words = 64;
+/// A table up to this length is copied and then halved, which saves an allocation.
+constexpr std::size_t short_half_words = 32;
 
 /// @brief The entries of `lane` where `input` is 0, moved together into its low half.
 ///
@@ -117,45 +117,45 @@ BOOL_TRUTH_TABLE narrow_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool 
 {
     const std::uint64_t column = load_narrow(table.value.words.data(), table.width);
     BOOL_TRUTH_TABLE half;
+    half.width = static_cast<signed char>(table.width - 1);
+    half.value.bit_count = std::int32_t{1} << half.width;
     with_pair_input(input, [&](auto constant) {
         half.value.words[0] = static_cast<std::uint32_t>(
-            compacted<constant>(high ? column >> (1U << constant) : column));
+                                  compacted<constant>(high ? column >> (1U << constant) : column)) &
+                              last_word_mask(half.width);
     });
     return half;
 }
 
-BOOL_TRUTH_TABLE short_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
+/// The cofactor of a longer table; apart, so that narrow ones do not save registers for it.
+[[gnu::noinline]] BOOL_TRUTH_TABLE wide_cofactor(const BOOL_TRUTH_TABLE& table, int input,
+                                                 bool high)
 {
-    BOOL_TRUTH_TABLE half(table);
-    const std::size_t size = table.value.words.size() / 2;
-    halve(table.value.words.data(), half.value.words.data(), size, input, high);
-    half.value.words.resize(size);
-    return half;
-}
-
-BOOL_TRUTH_TABLE long_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
-{
-    BOOL_TRUTH_TABLE half;
-    half.value.words = halved(table.value.words, input, high);
+    const words& column = table.value.words;
+    const std::size_t size = column.size() / 2;
+    const bool is_short = size <= short_half_words;
+    BOOL_TRUTH_TABLE half = is_short ? table : BOOL_TRUTH_TABLE();
+    if (is_short) {
+        half.value.words.resize(size);
+        halve(column.data(), half.value.words.data(), size, input, high);
+    } else {
+        half.value.words = halved(column, input, high);
+    }
+    half.width = static_cast<signed char>(table.width - 1);
+    half.value.bit_count = std::int32_t{1} << half.width;
     return half;
 }
 
 BOOL_TRUTH_TABLE cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
 {
     require_column_width(table.width);
-    const std::size_t size = table.value.words.size();
-    if (size != words_for_width(table.width)) {
+    if (table.value.words.size() != words_for_width(table.width)) {
         BOOL_TRUTH_TABLE whole(table);
         make_canonical(whole.value, table.width);
         return cofactor(whole, input, high);
     }
-    BOOL_TRUTH_TABLE half = table.width <= pair_inputs   ? narrow_cofactor(table, input, high)
-                            : size <= short_column_words ? short_cofactor(table, input, high)
-                                                         : long_cofactor(table, input, high);
-    half.width = static_cast<signed char>(table.width - 1);
-    half.value.words[0] &= last_word_mask(half.width);
-    half.value.bit_count = std::int32_t{1} << half.width;
-    return half;
+    return table.width <= pair_inputs ? narrow_cofactor(table, input, high)
+                                      : wide_cofactor(table, input, high);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include "basbdtt.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -185,6 +186,13 @@ void swap_blocks(std::uint32_t* first, std::uint32_t* second, std::size_t length
         store_group(first + i, from_second);
         store_group(second + i, from_first);
     }
+}
+
+/// Whether the words from `begin` on are zero.
+inline bool all_zero(const std::vector<std::uint32_t>& words, std::size_t begin)
+{
+    return std::all_of(words.begin() + static_cast<std::ptrdiff_t>(begin), words.end(),
+                       [](std::uint32_t word) { return word == 0; });
 }
 
 /// @brief Stops as the column's constructor does when no column of `width` inputs exists.

@@ -1,6 +1,6 @@
 /// @file
 /// @brief The operators that combine and compare two columns word by word.
-#include "basbdtt.h"
+#include "column_words.h"
 #include "function_clones.h"
 
 #include <algorithm>
@@ -32,22 +32,29 @@ void grow(words& own, const words& other)
     }
 }
 
-bool all_zero(words::const_iterator first, words::const_iterator last)
+/// A pair takes less than the call that compares longer columns.
+bool equal_words(const words& first, const words& second)
 {
-    return std::all_of(first, last, [](std::uint32_t word) { return word == 0; });
+    return first.size() == 2 ? basbdtt::load_pair(first.data()) == basbdtt::load_pair(second.data())
+                             : std::equal(first.begin(), first.end(), second.begin());
+}
+
+/// Apart, so that columns of one length do not save registers for it.
+[[gnu::noinline]] bool equal_padded(const words& shorter, const words& longer)
+{
+    return std::equal(shorter.begin(), shorter.end(), longer.begin()) &&
+           basbdtt::all_zero(longer, shorter.size());
 }
 
 } // namespace
 
 bool TRUTH_TABLE_VAL::operator==(const TRUTH_TABLE_VAL& other) const
 {
-    if (words.size() == other.words.size()) {
-        return words == other.words;
-    }
-    const auto common = static_cast<std::ptrdiff_t>(std::min(words.size(), other.words.size()));
-    return std::equal(words.begin(), words.begin() + common, other.words.begin()) &&
-           all_zero(words.begin() + common, words.end()) &&
-           all_zero(other.words.begin() + common, other.words.end());
+    const std::size_t size = words.size();
+    const std::size_t other_size = other.words.size();
+    return size == other_size  ? equal_words(words, other.words)
+           : size < other_size ? equal_padded(words, other.words)
+                               : equal_padded(other.words, words);
 }
 
 void TRUTH_TABLE_VAL::operator^=(const TRUTH_TABLE_VAL& other)

@@ -315,12 +315,6 @@ public:
     }
 
 private:
-    static bool all_zero(const std::vector<std::uint32_t>& words, std::size_t begin)
-    {
-        return std::all_of(words.begin() + static_cast<std::ptrdiff_t>(begin), words.end(),
-                           [](std::uint32_t word) { return word == 0; });
-    }
-
     /// The text of a column of at least `width` inputs; what lies beyond takes part in telling
     /// whether the column is constant, but is in no cofactor.
     std::string write_column(const std::vector<std::uint32_t>& words, int width, bool top_level)

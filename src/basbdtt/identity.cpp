@@ -42,7 +42,7 @@ constexpr auto make_ones()
     }
     return ones;
 }
-constexpr auto all_ones = make_ones();
+constexpr auto stretch_of_ones = make_ones();
 
 const stretch& first_stretch(int input)
 {
@@ -52,7 +52,7 @@ const stretch& first_stretch(int input)
 /// The first stretch of the block that ends before word `end`, for an input above a stretch.
 const stretch& block_stretch(std::size_t end, std::size_t block)
 {
-    return end % (2 * block) == 0 ? all_ones : first_stretches.back();
+    return end % (2 * block) == 0 ? stretch_of_ones : first_stretches.back();
 }
 
 bool equal_words(const std::uint32_t* first, const std::uint32_t* second, std::size_t size)
@@ -94,8 +94,8 @@ void copy_group_by_group(const std::uint32_t* source, std::uint32_t* target, std
     });
 }
 
-/// For columns that are a stretch, a power of two of its words, or whole stretches.
-void fill_projection(std::uint32_t* words, std::size_t size, int input)
+/// For columns that are a stretch, a power of two of its words, or whole stretches; apart as well.
+[[gnu::noinline]] void fill_projection(std::uint32_t* words, std::size_t size, int input)
 {
     if (input >= stretch_inputs) {
         const std::size_t block = block_words(input);
@@ -119,6 +119,16 @@ void fill_projection(std::uint32_t* words, std::size_t size, int input)
         const std::size_t length = std::min(filled, longest_copy);
         std::copy_n(words, length, words + filled);
         filled += length;
+    }
+}
+
+/// Gives a vector words of any value; a new block gets nothing of the old one.
+[[gnu::noinline]] void resize_to_fill(std::vector<std::uint32_t>& words, std::size_t size)
+{
+    if (size <= words.capacity()) {
+        words.resize(size);
+    } else {
+        words = std::vector<std::uint32_t>(size);
     }
 }
 
@@ -151,10 +161,8 @@ void BOOL_TRUTH_TABLE::set_identity_for_input(int new_width, int input)
     basbd_require(input >= 0, "input>=0", __PRETTY_FUNCTION__);
     basbd_require(input < new_width, "input<width", __PRETTY_FUNCTION__);
     const std::size_t size = words_for_width(new_width);
-    if (size <= value.words.capacity()) {
-        value.words.resize(size);
-    } else {
-        value.words = std::vector<std::uint32_t>(size); // nothing old is copied
+    if (value.words.size() != size) {
+        resize_to_fill(value.words, size);
     }
     if (new_width <= pair_inputs) {
         const std::uint64_t column = pair_projection_mask[static_cast<std::size_t>(input)];
