@@ -21,9 +21,10 @@ constexpr int BASBDTT_MAX_WIDTH = 30;
 ///
 /// A column of 2^width bits has ((2^width - 1) >> 5) + 1 words; bits past the column are zero.
 ///
-/// The fields may be set by hand: every operation takes missing words as zero, and one with a width
-/// drops what lies beyond its column. The operations take time linear in the column, a word or more
-/// at a step.
+/// The fields may be set by hand: every operation takes missing words as zero. Bits beyond the
+/// column are dropped where a column is rearranged, halved or tested for an input; the equation
+/// writers count them when they look for a constant. The operations take time linear in the column,
+/// a word or more at a step.
 class BASBD_API TRUTH_TABLE_VAL {
 public:
     std::vector<std::uint32_t> words; ///< the bits, least significant first
@@ -71,7 +72,7 @@ public:
     /// and sends one message to `ut_status`, before anything is allocated:
     ///
     ///     Unexpected hexadecimal digit 'G'          a byte outside " " to "~" is shown as \x19
-    ///     Hexadecimal digit '1' beyond the 2 digits of width 3
+    ///     Hexadecimal digit '1' beyond the column of width 3
     ///
     /// Where the column cannot be allocated, the old words stay and `bit_count` is the new one.
     /// @param width  "width>=0", "width<=30"
@@ -150,21 +151,22 @@ public:
 
     /// @brief Complements one input: entry x becomes entry x XOR 2^input.
     ///
-    /// Works in place; so do both `rotate_inputs` up to width 6. All three leave a column of
-    /// exactly 2^width bits, and the old column where an allocation fails; a width that was set
-    /// above 30 stops them as it does the column's constructor: "width<=30".
+    /// Works in place, as does the exchange of two inputs. Both `rotate_inputs` and this leave a
+    /// column of exactly 2^width bits, and the old column where an allocation fails; a width that
+    /// was set above 30 stops them as it does the column's constructor: "width<=30".
     /// @param input  "input>=0 && input<get_width()"
     void invert_input(int input);
 
     /// @brief Exchanges two inputs in place; the same input twice changes nothing, not even a
     /// column of other length.
-    /// @param i0,i1  "i0>=0 && i0<get_width() && i1>=0 && i1<get_width()"
+    /// @param i0  "i0>=0 && i0<get_width() && i1>=0 && i1<get_width()"
+    /// @param i1  the other input; the same assertion
     void rotate_inputs(int i0, int i1);
 
     /// @brief Renumbers all inputs: old input j becomes new input perm[j].
     ///
-    /// Takes at most five passes over the column; beside it, from width 7 on, it holds one new one.
-    /// The width is at least 1: "width>=1".
+    /// Takes at most five passes over the column: in place up to width 6, beyond with one new
+    /// column beside it. The width is at least 1: "width>=1".
     /// @param perm  `get_width()` entries of the caller, a permutation of 0 to width - 1:
     ///              "perm[i]>=0 && perm[i]<get_width() && !(x & (1<<perm[i]))"
     void rotate_inputs(int* perm);
@@ -230,7 +232,8 @@ public:
     /// @brief The table as internal equation: `F0=` and the expansion, with `@` where the halves
     /// are complements of each other, such as `F0=(B2@(B1@B0))`.
     ///
-    /// `set_value_from_internal_equation` reads it back for every width. Preconditions and costs
+    /// `set_value_from_internal_equation` reads it back for every width, unless bits beyond the
+    /// column make a constant the empty text. Preconditions and costs
     /// are those of `get_external_equation`.
     std::string get_internal_equation() const;
 

@@ -1,7 +1,5 @@
 #include "bd_dynamic_ld.h"
 
-std::int64_t BD_DYNAMIC_LD::dynamic_id = 0;
-
 namespace {
 
 /// The host's load identifier as it was when this unit was loaded.

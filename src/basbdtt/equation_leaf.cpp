@@ -10,8 +10,6 @@ bool two_words::join(operation op, two_words a, two_words b, two_words& result)
         b.select = a.select;
     } else if (a.is_uniform()) {
         a.select = b.select;
-    } else if (a.select == ~b.select) {
-        b = b.exchanged();
     }
     if (a.select == b.select) {
         result = {apply(op, a.set, b.set), apply(op, a.clear, b.clear), a.select};
@@ -40,9 +38,6 @@ bool two_words::join(operation op, two_words a, two_words b, two_words& result)
 equation_leaf equation_leaf::of_input(int number)
 {
     const auto place = static_cast<std::size_t>(number);
-    if (number < pair_inputs) {
-        return pattern(pair_projection_mask[place]);
-    }
     if (number < block_inputs) {
         return {{all_ones, 0, pair_projection_mask[place - pair_inputs]}, 0, 0, 0};
     }

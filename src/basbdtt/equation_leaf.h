@@ -84,6 +84,7 @@ struct equation_leaf {
     std::uint32_t values;
 
     static equation_leaf pattern(std::uint64_t word) { return {two_words::uniform(word), 0, 0, 0}; }
+    /// An input from `pair_inputs` on.
     static equation_leaf of_input(int number);
 
     bool is_pattern() const { return care == 0 && block.is_uniform(); }

@@ -40,7 +40,7 @@ operand equation_program::join(operation op, const operand& left, const operand&
     }
     const int need_a = registers_of(a);
     const int need_b = registers_of(b);
-    const int need = std::max({1, need_a, need_b, need_a == need_b ? need_a + 1 : 0});
+    const int need = need_a == need_b ? need_a + 1 : std::max(need_a, need_b);
     return add({a, b, 0, op, false, static_cast<std::uint8_t>(need)});
 }
 

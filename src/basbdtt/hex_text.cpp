@@ -98,8 +98,7 @@ void report_misuse(std::string_view text, std::size_t digits, int width)
             return;
         }
         if (k >= digits && c != '0') {
-            ut_status(neoform("Hexadecimal digit '%c' beyond the %d digits of width %d", c,
-                              static_cast<int>(digits), width));
+            ut_status(neoform("Hexadecimal digit '%c' beyond the column of width %d", c, width));
             return;
         }
     }

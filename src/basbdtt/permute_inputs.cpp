@@ -218,11 +218,14 @@ public:
         }
     }
 
-    void apply(std::vector<std::uint32_t>& column) const
+    /// The words that `apply` needs beside the column.
+    std::size_t room() const { return moves_pairs() ? words_for_width(bits + pair_inputs) : 0; }
+
+    /// @param result  `room` words, which may become those of the column
+    void apply(std::vector<std::uint32_t>& column, std::vector<std::uint32_t> result) const
     {
         const std::size_t size = column.size();
-        if (moves_pairs()) {
-            std::vector<std::uint32_t> result(size);
+        if (!result.empty()) {
             gather_pairs(column.data(), result.data(), bits, origin);
             column.swap(result);
         }
@@ -276,11 +279,15 @@ void BOOL_TRUTH_TABLE::rotate_inputs(int* perm)
                       __PRETTY_FUNCTION__);
         seen |= 1U << perm[i];
     }
-    make_canonical(value, width);
     if (width > pair_inputs) {
-        staged_permutation(perm, width).apply(value.words);
+        const staged_permutation permutation(perm, width);
+        std::vector<std::uint32_t> result(
+            permutation.room()); // fails, if at all, with nothing done
+        make_canonical(value, width);
+        permutation.apply(value.words, std::move(result));
         return;
     }
+    make_canonical(value, width);
     std::array<int, pair_inputs> target{0, 1, 2, 3, 4, 5};
     std::copy_n(perm, width, target.begin());
     std::uint32_t* const words = value.words.data();

@@ -138,8 +138,8 @@ TEST(Hexadecimal, MisuseSendsOneMessageAndChangesNothing)
         {9, std::string(64, '1') + "\x19", "Unexpected hexadecimal digit '\\x19'"},
         {9, "\xC1" + std::string(127, '1'), "Unexpected hexadecimal digit '\\xC1'"},
         {9, std::string(1, '\0') + "1", "Unexpected hexadecimal digit '\\x00'"},
-        {3, "100", "Hexadecimal digit '1' beyond the 2 digits of width 3"},
-        {6, "Z1" + std::string(16, '0'), "Hexadecimal digit '1' beyond the 16 digits of width 6"},
+        {3, "100", "Hexadecimal digit '1' beyond the column of width 3"},
+        {6, "Z1" + std::string(16, '0'), "Hexadecimal digit '1' beyond the column of width 6"},
     };
     for (const auto& c : cases) {
         BOOL_TRUTH_TABLE table;

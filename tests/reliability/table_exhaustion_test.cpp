@@ -16,6 +16,7 @@ struct TABLES {
         table.value.words[0] ^= 0x35U;
         table.value.words.shrink_to_fit();
         other.set_identity_for_input(width + 1, 0);
+        other.set_value(width, other.value); // the column is longer than the table's
     }
 
     std::string describe() const
@@ -47,6 +48,7 @@ const OPERATION<TABLES> operations[] = {
     [](TABLES& s) { s.table.invert_input(s.width - 1); },
     [](TABLES& s) { s.table.rotate_inputs(0, s.width - 1); },
     [](TABLES& s) { s.table.rotate_inputs(s.perm); },
+    [](TABLES& s) { s.other.rotate_inputs(s.perm); },
     [](TABLES& s) { s.other = s.table.get_true_factor_for_input(1); },
     [](TABLES& s) { s.other = s.table.get_false_factor_for_input(s.width - 1); },
     [](TABLES& s) { s.table.set_value_from_external_equation(s.width + 1, external_sum); },
