@@ -5,13 +5,11 @@
 
 namespace {
 
-using basbdtt::element;
-using basbdtt::input_name;
-using basbdtt::operand;
+using namespace basbdtt;
 
-constexpr basbdtt::element_table external_elements()
+constexpr element_table external_elements()
 {
-    basbdtt::element_table table = basbdtt::common_elements();
+    element_table table = common_elements();
     table['!'] = element::negation;
     for (unsigned char letter = 'A'; letter <= 'Z'; ++letter) {
         table[letter] = element::input;
@@ -21,14 +19,14 @@ constexpr basbdtt::element_table external_elements()
 }
 
 struct external_grammar {
-    static constexpr basbdtt::element_table elements = external_elements();
+    static constexpr element_table elements = external_elements();
     static constexpr bool negation_outranks_group = true;
     static constexpr operand blank = operand::constant(true);
 
     /// A letter is joined with whatever follows it unless that is a `)` or an operator.
     static input_name read_input(const std::string& text, std::size_t position)
     {
-        const int number = basbdtt::to_upper(text[position]) - 'A';
+        const int number = to_upper(text[position]) - 'A';
         std::size_t next = position + 1;
         while (next < text.size() && (text[next] == ' ' || text[next] == '\t')) {
             ++next;

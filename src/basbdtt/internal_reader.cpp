@@ -5,13 +5,11 @@
 
 namespace {
 
-using basbdtt::element;
-using basbdtt::input_name;
-using basbdtt::operand;
+using namespace basbdtt;
 
-constexpr basbdtt::element_table internal_elements()
+constexpr element_table internal_elements()
 {
-    basbdtt::element_table table = basbdtt::common_elements();
+    element_table table = common_elements();
     table['@'] = element::exclusive;
     table['B'] = element::input;
     table['b'] = element::input;
@@ -19,9 +17,9 @@ constexpr basbdtt::element_table internal_elements()
 }
 
 struct internal_grammar {
-    static constexpr basbdtt::element_table elements = internal_elements();
+    static constexpr element_table elements = internal_elements();
     static constexpr bool negation_outranks_group = false;
-    static constexpr operand blank = operand::refused(basbdtt::refusal::blank_operand);
+    static constexpr operand blank = operand::refused(refusal::blank_operand);
 
     static bool is_digit(const std::string& text, std::size_t position)
     {
@@ -45,8 +43,7 @@ struct internal_grammar {
     /// the whole text may not.
     static std::size_t prefix(const std::string& text, std::size_t position)
     {
-        const bool present = text.size() - position >= 3 &&
-                             basbdtt::to_upper(text[position]) == 'F' &&
+        const bool present = text.size() - position >= 3 && to_upper(text[position]) == 'F' &&
                              text[position + 1] == '0' && text[position + 2] == '=';
         return present ? 3 : 0;
     }
