@@ -6,6 +6,7 @@
 #include "basbdtt.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 
 /// Reads texts over up to six inputs into a column, or throws the message as a `std::string`.
@@ -65,7 +66,12 @@ private:
         while (rank < 5 && by_rank[external ? 1 : 0][rank].find(c) == std::string::npos) {
             ++rank;
         }
-        require(rank < 5, "Unexpected equation element '" + std::string(1, c) + "'");
+        const auto byte = static_cast<unsigned char>(c);
+        char shown[5] = {c};
+        if (byte == 0 || byte > 127) {
+            std::snprintf(shown, sizeof shown, "\\x%02X", unsigned{byte});
+        }
+        require(rank < 5, std::string("Unexpected equation element '") + shown + "'");
         return rank;
     }
 

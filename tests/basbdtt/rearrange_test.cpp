@@ -139,6 +139,10 @@ TEST(Rearrange, IdentityIsRecognisedUnlessOneEntryDiffers)
             for (int other = 0; other < width; ++other) {
                 ASSERT_EQ(table.is_identity_for_input(other), other == input);
             }
+            if (width > 1) {
+                const TRUTH_TABLE_VAL one(width - 1, 1);
+                ASSERT_EQ(table.get_true_factor_for_input(input).value.words, one.words);
+            }
             const std::size_t x = random() % (std::size_t{1} << width);
             table.value.words[x / 32] ^= 1U << (x % 32);
             ASSERT_FALSE(table.is_identity_for_input(input)) << width << ", entry " << x;
