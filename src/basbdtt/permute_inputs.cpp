@@ -281,8 +281,8 @@ void BOOL_TRUTH_TABLE::rotate_inputs(int* perm)
     }
     if (width > pair_inputs) {
         const staged_permutation permutation(perm, width);
-        std::vector<std::uint32_t> result(
-            permutation.room()); // fails, if at all, with nothing done
+        // Before the column changes: it fails, if at all, with nothing done.
+        std::vector<std::uint32_t> result(permutation.room());
         make_canonical(value, width);
         permutation.apply(value.words, std::move(result));
         return;
