@@ -17,109 +17,119 @@ std::size_t eqnbuffersize = first_size;
 
 /// @brief The text so far, in a buffer that grows.
 ///
-/// There is always room for a terminating zero.
+/// There is always room for a terminating zero. Positions are values, which the compiler keeps in
+/// registers; the caller's follow when the buffer is replaced and at the end.
 class TEXT {
 public:
-    TEXT(char*& buffer, char*& end) : start(buffer), cur(end) {}
+    TEXT(char*& buffer_, char*& end_)
+        : buffer(&buffer_), end(&end_), start(buffer_), cur(end_), capacity(eqnbuffersize)
+    {
+    }
 
     /// Doubles the buffer when the text comes within 16 bytes of its end; once per node.
     void enter_node()
     {
         *cur = '\0';
-        make_room(room_for_a_node);
+        make_room();
     }
 
-    void put(char character)
+    /// Sees to room for the characters between one name and the next.
+    void make_room(std::size_t size = room_for_a_node)
+    {
+        const auto length = static_cast<std::size_t>(cur - start);
+        if (length + size >= capacity) {
+            capacity = replace_buffer(*buffer, *end, length, length + size, capacity);
+            start = *buffer;
+            cur = *end;
+        }
+    }
+
+    /// Where there is room.
+    void put(char character) { *cur++ = character; }
+
+    void put_anywhere(char character)
     {
         make_room(1);
-        *cur++ = character;
+        put(character);
     }
 
-    void put(const char* text)
+    void finish()
     {
-        for (; *text != '\0'; ++text) { // most names have one character
-            put(*text);
-        }
+        *end = cur;
+        eqnbuffersize = capacity;
     }
 
 private:
-    void make_room(std::size_t size)
+    /// @return the capacity of the new buffer, which is above `least`
+    [[gnu::noinline]] static std::size_t replace_buffer(char*& buffer, char*& end,
+                                                        std::size_t length, std::size_t least,
+                                                        std::size_t capacity)
     {
-        while (static_cast<std::size_t>(cur - start) + size >= eqnbuffersize) {
-            grow();
+        while (capacity <= least) {
+            capacity *= 2;
         }
+        char* const larger = new char[capacity];
+        end = std::copy_n(buffer, length, larger);
+        delete[] std::exchange(buffer, larger);
+        return eqnbuffersize = capacity;
     }
 
-    [[gnu::noinline]] void grow()
-    {
-        char* const larger = new char[2 * eqnbuffersize];
-        cur = std::copy(start, cur, larger);
-        delete[] start;
-        start = larger;
-        eqnbuffersize *= 2;
-    }
-
-    char*& start;
-    char*& cur;
+    char** buffer; ///< the caller's
+    char** end;    ///< the caller's
+    char* start;
+    char* cur;
+    std::size_t capacity;
 };
 
-void write_leaf(TEXT& text, const BOOL_TNODE& leaf)
-{
-    if (is_constant(leaf)) {
-        text.put(leaf.op == BOOL_OP_ONE ? '1' : '0');
-        return;
-    }
-    if (!is_named_leaf(leaf)) {
-        report(REPORT::LEAF_WITHOUT_NAME);
-        return;
-    }
-    const char* const name = name_text(leaf_name(leaf));
-    if (name == nullptr) {
-        report(REPORT::LEAF_WITHOUT_TEXT);
-        return;
-    }
-    text.put(name);
-}
-
-void write_operator(TEXT& text, signed char op)
-{
-    constexpr char characters[] = {'*', '@', '+'};
-    if (op >= BOOL_OP_AND && op <= BOOL_OP_OR) {
-        text.put(characters[op]);
-    }
-}
-
-/// Whether the right operand stands in parentheses. A chain of one operator goes without.
+/// Whether the right operand, an operator, stands in parentheses. A chain of one operator goes
+/// without.
 bool right_needs_parentheses(const BOOL_TNODE& node)
 {
-    return is_operator(node.right) && (node.right->op != node.op || node.rcompl != 0);
+    return node.right->op != node.op || node.rcompl != 0;
 }
 
-/// @brief Writes a tree, from its first node on to the last.
+/// Writes a tree, from its first node on to the last.
 class WRITER {
 public:
-    WRITER(TEXT& destination, BOOL_TNODE* root) : text(destination), path(root) {}
+    WRITER(TEXT destination, LATER_REPORTS& refused) : text(destination), reports(refused) {}
 
-    void write()
+    /// @return the text, to be gone on with
+    TEXT write(BOOL_TNODE* root)
     {
-        do {
-            while (begin_node()) {
+        if (basbd_is_leaf(*root)) {
+            write_leaf(*root);
+            return text;
+        }
+        TREE_PATH path(root);
+        for (bool left_is_done = false;;) {
+            const BOOL_TNODE& node = *path.node();
+            if (!left_is_done && begin_left_operand(node)) {
                 path.descend_left();
+                continue;
             }
-        } while (go_on_to_right_operand());
+            left_is_done = false;
+            if (begin_right_operand(node)) {
+                path.descend_right();
+                continue;
+            }
+            while (!left_is_done) {
+                if (path.at_start()) {
+                    return text;
+                }
+                left_is_done = path.ascend() == SIDE::LEFT;
+                if (left_is_done || right_needs_parentheses(*path.node())) {
+                    text.put_anywhere(')');
+                }
+            }
+        }
     }
 
 private:
-    /// Writes what stands before the current node's left operand.
-    /// @return false when there is none, and the node's text is complete
-    bool begin_node()
+    /// Writes a left operand that is a leaf, and what stands before any other.
+    /// @return whether there is another
+    bool begin_left_operand(const BOOL_TNODE& node)
     {
-        const BOOL_TNODE& node = *path.node();
         text.enter_node();
-        if (basbd_is_leaf(node)) {
-            write_leaf(text, node);
-            return false;
-        }
         if (node.left == nullptr) {
             text.put('0');
             return false;
@@ -127,51 +137,66 @@ private:
         if (node.lcompl != 0) {
             text.put('~');
         }
-        if (is_operator(node.left)) {
+        if (basbd_is_leaf(*node.left)) {
+            write_leaf(*node.left);
+            return false;
+        }
+        text.put('(');
+        return true;
+    }
+
+    /// Writes a right operand that is a leaf, and what stands before any other.
+    bool begin_right_operand(const BOOL_TNODE& node)
+    {
+        if (node.left == nullptr || node.right == nullptr) {
+            return false;
+        }
+        text.make_room();
+        write_operator(node.op);
+        if (node.rcompl != 0) {
+            text.put('~');
+        }
+        if (basbd_is_leaf(*node.right)) {
+            write_leaf(*node.right);
+            return false;
+        }
+        if (right_needs_parentheses(node)) {
             text.put('(');
         }
         return true;
     }
 
-    /// Goes up from a complete node to the next right operand, closing what is complete.
-    /// @return false at the end of the text
-    bool go_on_to_right_operand()
+    void write_operator(signed char op)
     {
-        while (!path.at_start()) {
-            const BOOL_TNODE& child = *path.node();
-            const SIDE side = path.ascend();
-            const BOOL_TNODE& node = *path.node();
-            if (side == SIDE::RIGHT) {
-                if (right_needs_parentheses(node)) {
-                    text.put(')');
-                }
-                continue;
-            }
-            if (is_operator(&child)) {
-                text.put(')');
-            }
-            if (node.right != nullptr) {
-                begin_right_operand(node);
-                path.descend_right();
-                return true;
-            }
-        }
-        return false;
-    }
-
-    void begin_right_operand(const BOOL_TNODE& node)
-    {
-        write_operator(text, node.op);
-        if (node.rcompl != 0) {
-            text.put('~');
-        }
-        if (right_needs_parentheses(node)) {
-            text.put('(');
+        constexpr char characters[] = {'*', '@', '+'};
+        if (op >= BOOL_OP_AND && op <= BOOL_OP_OR) {
+            text.put(characters[op]);
         }
     }
 
-    TEXT& text;
-    TREE_PATH path;
+    void write_leaf(const BOOL_TNODE& leaf)
+    {
+        text.enter_node();
+        if (is_constant(leaf)) {
+            text.put(leaf.op == BOOL_OP_ONE ? '1' : '0');
+            return;
+        }
+        if (!is_named_leaf(leaf)) {
+            reports.add(REPORT::LEAF_WITHOUT_NAME);
+            return;
+        }
+        const char* name = name_text(leaf_name(leaf));
+        if (name == nullptr) {
+            reports.add(REPORT::LEAF_WITHOUT_TEXT);
+            return;
+        }
+        for (; *name != '\0'; ++name) { // most names have one character
+            text.put_anywhere(*name);
+        }
+    }
+
+    TEXT text;
+    LATER_REPORTS& reports;
 };
 
 /// The buffer of a text that is not yet handed out.
@@ -187,29 +212,35 @@ struct BUFFER {
 
 char* BOOL_TNODE::writesubtree(char*& buf, char*& cur)
 {
-    TEXT text(buf, cur);
-    WRITER(text, this).write();
+    LATER_REPORTS reports;
+    TEXT text = WRITER(TEXT(buf, cur), reports).write(this);
+    reports.send();
+    text.finish(); // last, for the host may write other texts when it gets reports
     return cur;
 }
 
 char* BOOL_FUNC::writeeqn()
 {
     BUFFER buffer;
-    char* cur = buffer.start;
-    TEXT text(buffer.start, cur);
+    LATER_REPORTS reports;
+    char* end = buffer.start;
+    TEXT text(buffer.start, end);
     if (root != nullptr) {
         if (rootcompl != 0) {
-            text.put("~(");
+            text.put('~');
+            text.put('(');
         }
-        WRITER(text, root).write();
+        text = WRITER(text, reports).write(root);
         if (rootcompl != 0) {
-            text.put(')');
+            text.put_anywhere(')');
         }
     }
-    *cur = '\0';
+    text.put('\0');
     if (std::strcmp(buffer.start, "~(0)") == 0) {
         std::copy_n("1", 2, buffer.start);
     }
+    reports.send();
+    text.finish();
     return std::exchange(buffer.start, nullptr);
 }
 
@@ -227,7 +258,7 @@ void BOOL_FUNC::catvars(char* text)
         }
     });
     for (int v = 0; v < name_count; ++v) {
-        const char* const name = name_text(v);
+        const char* name = name_text(v);
         if (is_used[v] && name != nullptr) {
             *text++ = ':';
             text = std::copy_n(name, std::strlen(name) + 1, text) - 1;

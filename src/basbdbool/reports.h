@@ -2,6 +2,8 @@
 /// @brief The internal-error reports of the expression trees.
 #pragma once
 
+#include <vector>
+
 /// Every report site. The value is the line that the report carries: a fixed number that tells
 /// the site, whatever line the code stands in today.
 // clang-format off: a table
@@ -36,3 +38,20 @@ enum class REPORT : int {
 
 /// Tells the host's message manager; the reporting operation then goes on.
 [[gnu::cold]] void report(REPORT site);
+
+/// @brief Reports that wait for the end of a walk, which lends out the pointers of its tree.
+///
+/// Takes no memory before the first one.
+class LATER_REPORTS {
+public:
+    [[gnu::cold]] void add(REPORT site) { sites.push_back(site); }
+    void send() const
+    {
+        for (const REPORT site : sites) {
+            report(site);
+        }
+    }
+
+private:
+    std::vector<REPORT> sites;
+};
