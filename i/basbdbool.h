@@ -76,11 +76,10 @@ enum BOOL_OP : signed char {
 /// call. An operation visits a node once for every path that leads to it, unless it says otherwise.
 /// Its cost is linear in the visits.
 ///
-/// Reports are internal errors "4:11" with the line given here. A message manager that receives one
-/// may look at the tree, but not at that of the equation writers (lines 436, 441) and of the
-/// simplification (lines 836, 902, 945), which report during their walks. Where an operation takes
-/// nodes from the pool and that throws `std::bad_alloc`, the tree has the shape that it had; its
-/// `usage` may be cleared.
+/// Reports are internal errors "4:11" with the line given here. They go out once the operation's
+/// walk is done, in the order of the walk, so a message manager that receives one may look at any
+/// tree. Where an operation takes nodes from the pool and that throws `std::bad_alloc`, the tree
+/// has the shape that it had; its `usage` may be cleared.
 class BASBD_API BOOL_TNODE {
 public:
     signed char op;       ///< node kind, see BOOL_OP
@@ -202,7 +201,10 @@ public:
     /// places, anything else toggles `lcompl`.
     void complsubtree();
     /// @brief Removes constants, missing operands and operators of twice the same signal, children
-    /// before parents. Reported on a leaf, which is returned (line 700).
+    /// before parents.
+    ///
+    /// Reported on a leaf, which is returned (line 700); reports unknown operators as
+    /// `trivialrchild`, `triviallchild` and `idempotency` do.
     BOOL_TNODE* reducetrivialsubtrees();
     /// @brief For an operator of two different nodes, the right one constant: returns the operand
     /// that remains, or a constant, complemented as its edge was, and frees the other.
@@ -220,8 +222,8 @@ public:
     /// @brief Moves all complements to the edges into leaves, and complements the tree as well
     /// when `iscompl` is not 0.
     ///
-    /// Reported on a leaf (line 1463), and once the walk is done for each complement that met an
-    /// unknown operator, which stays as it is (line 1482).
+    /// Reported on a leaf (line 1463), and for each complement that met an unknown operator, which
+    /// stays as it is (line 1482).
     void pushbubblestoleaves(unsigned char iscompl);
     /// Whether every operator of the tree is `op`; true for a leaf.
     bool issubtreepure(char op);
@@ -322,14 +324,18 @@ public:
     /// The name of the first named leaf of `sig`, or `BOOL_VAR_NONE`; also after the report that
     /// there is no tree (line 1158).
     BOOL_VARNAME getvarname(TECHMAP_SIG* sig);
-    unsigned short countsuppt(); ///< number of distinct signals in the tree, at most 20; not stored
-    /// Number of distinct signals in this tree and that of `other`, which may be missing; at most
-    /// 20, and 0 when this function has no tree.
+    /// @brief Number of distinct signals in the tree, at most 20; not stored.
+    ///
+    /// Linear in the number of paths to leaves, each compared with up to 20 signals found before.
+    unsigned short countsuppt();
+    /// @brief Number of distinct signals in this tree and that of `other`, which may be missing; at
+    /// most 20, and 0 when this function has no tree. Costs as much as both `countsuppt`.
     unsigned short countsupptunion(BOOL_FUNC* other);
     /// @brief The operator of a function that uses a single one; 22 for any other function.
     ///
     /// Cleans the function and moves its complements, the root's too, to the edges into leaves.
-    /// @return 0, 1 or 2 as in `BOOL_FUNCTYPE`, or 22; linear as `cleanbufs`
+    /// Linear and reported as `cleanbufs` and `BOOL_TNODE::pushbubblestoleaves`.
+    /// @return 0, 1 or 2 as in `BOOL_FUNCTYPE`, or 22; the op code of an unknown operator as it is
     char getpurefunc();
     /// @}
 
@@ -337,9 +343,10 @@ public:
     /// The lines named here report that there is no tree.
     /// @{
     void setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v); ///< line 1149; see `setsigvname`
-    void setsigto1(TECHMAP_SIG* sig);      ///< fixes `sig` and counts the support; line 1301
-    void setsigto0(TECHMAP_SIG* sig);      ///< fixes `sig` and counts the support; line 1312
-    void complsiginfunc(TECHMAP_SIG* sig); ///< NOT `sig` for `sig`; line 1323. Each node once
+    void setsigto1(TECHMAP_SIG* sig); ///< fixes `sig` and counts the support; line 1301
+    void setsigto0(TECHMAP_SIG* sig); ///< fixes `sig` and counts the support; line 1312
+    /// NOT `sig` for `sig`; line 1323, and see `complsigintree`. Each node once.
+    void complsiginfunc(TECHMAP_SIG* sig);
     void exchangexy(); ///< exchanges the names QX and QY; line 1341. Each node once
     /// `sig1` in every leaf of `sig2`; the support is not counted. Line 1351.
     void subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2);
@@ -347,7 +354,7 @@ public:
     /// the support.
     ///
     /// Reported without a tree (line 1175) and when both have the same root (line 1178). A missing
-    /// tree of `fn` is reported for each copy (line 56), which is an operator without operands.
+    /// `fn`, or tree of it, is reported for each copy (line 56), an operator without operands.
     void substfnforsig(TECHMAP_SIG* sig, BOOL_FUNC* fn);
     /// Drops the leaves of `sig` and cleans: operators lose the operand. A tree that is such a leaf
     /// becomes constant 0. Does not even clean when `sig` is null.
@@ -355,10 +362,11 @@ public:
     /// @}
 
     /// @brief Replaces the tree by an unshared copy, simplifies it and counts the support. A
-    /// constant is left without `rootcompl`. Linear in the number of paths.
+    /// constant is left without `rootcompl`. Linear in the number of paths; reports unknown
+    /// operators as `BOOL_TNODE::reducetrivialsubtrees` does.
     void cleanbufs();
     /// @brief Splits off a right operand with `size` leaves, see `BOOL_TNODE::getsubtreeofsize`,
-    /// and cleans the rest. Both are new trees: pointers into the old one are void.
+    /// and cleans the rest. The operand keeps its nodes; those of the rest are new.
     /// @return the operand as a function of its own, the caller's; null when there is none, or when
     ///         `nsuppt` is not above `size`, in which case nothing is cleaned either
     BOOL_FUNC* breakfunc(unsigned short size);

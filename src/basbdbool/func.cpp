@@ -31,24 +31,26 @@ void replace_tree(BOOL_FUNC& function, OWNED_TREE tree)
 }
 
 /// Gives a function an unshared tree, which is simplified, and counts the support anew.
-void replace_by_simplified(BOOL_FUNC& function, OWNED_TREE tree)
+/// @param kept  null, or a tree that may share nodes with the one that goes, and stays whole
+void replace_by_simplified(BOOL_FUNC& function, OWNED_TREE tree, BOOL_TNODE* kept = nullptr)
 {
-    replace_tree(function, std::move(tree));
-    BOOL_TNODE*& root = function.root;
-    if (is_operator(root)) {
-        BOOL_TNODE* const reduced = reduce_tree(root);
-        if (reduced != root) {
-            delete_node(std::exchange(root, reduced));
-            if (take_own_complement(*root)) {
-                toggle(function.rootcompl);
-            }
+    LATER_REPORTS reports;
+    BOOL_TNODE* const reduced =
+        is_operator(tree.get()) ? reduce_tree(tree.get(), reports) : tree.get();
+    if (reduced != tree.get()) {
+        delete_node(tree.release());
+        tree.reset(reduced);
+        if (take_own_complement(*reduced)) {
+            toggle(function.rootcompl);
         }
     }
-    if (function.rootcompl != 0 && is_constant(*root)) {
-        root->complsubtree();
+    if (function.rootcompl != 0 && is_constant(*tree)) {
+        tree->complsubtree();
         function.rootcompl = 0;
     }
-    function.nsuppt = support_of(root);
+    free_tree(std::exchange(function.root, tree.release()), kept);
+    function.nsuppt = support_of(function.root);
+    reports.send();
 }
 
 /// Makes a function the constant `op`.
@@ -73,6 +75,23 @@ void fix_signal(BOOL_FUNC& function, const TECHMAP_SIG* sig, BOOL_OP op, REPORT 
         support.enter(leaf);
     });
     function.nsuppt = support.size();
+}
+
+/// @brief Whether the tree of an operator holds `sig`.
+///
+/// The search passes the place where a new leaf goes.
+/// @param node  the operator; moved along the right spine as far as the search went
+bool is_on_spine(BOOL_TNODE*& node, const TECHMAP_SIG* sig)
+{
+    for (;;) {
+        if (is_in_operand(node->left, sig)) {
+            return true;
+        }
+        if (ends_spine(*node)) {
+            return is_in_operand(node->right, sig);
+        }
+        node = node->right;
+    }
 }
 
 /// (`left`, complemented if asked for) AND `right`.
@@ -133,16 +152,9 @@ void BOOL_FUNC::addsigtofunc(TECHMAP_SIG* sig, unsigned char iscompl)
     if (basbd_is_leaf(*root)) {
         return;
     }
-    // The search for the signal passes the place where the new leaf goes.
     BOOL_TNODE* node = root;
-    bool is_known = is_in_operand(node->left, sig);
-    while (!is_known && !ends_spine(*node)) {
-        node = node->right;
-        is_known = is_in_operand(node->left, sig);
-    }
-    is_known = is_known || is_in_operand(node->right, sig);
-    node = spine_end(node);
-    append_leaf(node, sig, iscompl);
+    const bool is_known = is_on_spine(node, sig);
+    append_leaf(spine_end(node), sig, iscompl);
     if (!is_known) {
         ++nsuppt;
     }
@@ -311,14 +323,15 @@ BOOL_FUNC* BOOL_FUNC::breakfunc(unsigned short size)
     if (nsuppt <= size || root == nullptr) {
         return nullptr;
     }
-    // The copy shares no node, so neither part can reach into the other.
     OWNED_TREE rest(new_copy(root));
-    auto part = std::make_unique<BOOL_FUNC>();
-    part->root = rest->getsubtreeofsize(size);
-    replace_by_simplified(*this, std::move(rest));
-    if (part->root == nullptr) {
+    const OWNED_TREE copied_part(rest->getsubtreeofsize(size));
+    if (copied_part == nullptr) {
+        replace_by_simplified(*this, std::move(rest));
         return nullptr;
     }
+    auto part = std::make_unique<BOOL_FUNC>();
+    part->root = root->getsubtreeofsize(size);
     part->nsuppt = support_of(part->root);
+    replace_by_simplified(*this, std::move(rest), part->root);
     return part.release();
 }

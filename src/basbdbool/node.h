@@ -13,11 +13,13 @@ inline bool is_constant(const BOOL_TNODE& node)
 
 inline bool is_operator(const BOOL_TNODE* node) { return node != nullptr && !basbd_is_leaf(*node); }
 
-/// Whether `node` is a leaf of `sig`, named or not. A constant stands for no signal, not even null.
+/// @brief Whether `node` is a leaf of `sig`, named or not; also for operators.
+///
+/// What an operator has in the slot of the signal is the address of a node, and a constant has
+/// null, which is no signal.
 inline bool is_leaf_of(const BOOL_TNODE& node, const TECHMAP_SIG* sig)
 {
-    return basbd_leaf_signal(node) == sig && node.op >= BOOL_OP_SIG &&
-           node.op <= BOOL_OP_LAST_NAMED; // the rarer condition first
+    return basbd_leaf_signal(node) == sig && sig != nullptr;
 }
 
 inline void toggle(unsigned char& flag) { flag ^= 1U; }
@@ -29,13 +31,14 @@ BOOL_TNODE* new_node(signed char op);
 /// A deep copy; a copy of null is reported and is an operator without children.
 BOOL_TNODE* new_copy(BOOL_TNODE* src);
 
-/// Frees this one node; null is none.
+/// Frees this one node.
 void delete_node(BOOL_TNODE* node) noexcept;
 
 /// @brief Frees every node of a tree once, however many paths lead to it; null is no tree.
 ///
 /// Counting paths in `usage` goes wrong at 65,536 of them; this counts nothing.
-void free_tree(BOOL_TNODE* root) noexcept;
+/// @param kept  null, or a tree whose nodes stay also where they belong to both
+void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept = nullptr) noexcept;
 
 /// Clears `usage` in every node, visiting each once however many paths lead to it.
 void unmark_tree(BOOL_TNODE* root) noexcept;

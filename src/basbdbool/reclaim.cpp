@@ -6,29 +6,86 @@
 
 namespace {
 
-/// Set in `lcompl` of the operators that a walk has been to; never outside of such a walk.
+/// Set in `lcompl` of the nodes that a walk has been to; never outside of such a walk.
 constexpr unsigned char been_here = 0x80;
+
+bool is_marked(const BOOL_TNODE& node) { return (node.lcompl & been_here) != 0; }
+
+/// Marks every node that is not marked, and calls `visit` for it.
+template <typename VISIT>
+void mark_tree(BOOL_TNODE* root, VISIT visit)
+{
+    visit_nodes(root, [&](BOOL_TNODE& node) {
+        if (is_marked(node)) {
+            return WALK::PAST;
+        }
+        visit(node);
+        node.lcompl |= been_here;
+        return basbd_is_leaf(node) ? WALK::PAST : WALK::BELOW;
+    });
+}
+
+void clear_marks(BOOL_TNODE* root)
+{
+    visit_nodes(root, [](BOOL_TNODE& node) {
+        if (!is_marked(node)) {
+            return WALK::PAST;
+        }
+        node.lcompl &= static_cast<unsigned char>(~been_here);
+        return basbd_is_leaf(node) ? WALK::PAST : WALK::BELOW;
+    });
+}
+
+/// @brief Nodes of a dying tree, each found once however many paths lead to it.
+///
+/// None may go back to the pool before the end, for another path may lead to it.
+class DYING_NODES {
+public:
+    /// Whether no path has led to this node before.
+    static bool find(BOOL_TNODE* node)
+    {
+        if (is_marked(*node)) {
+            return false;
+        }
+        node->lcompl = been_here;
+        return true;
+    }
+
+    /// Takes a node whose children are no longer needed.
+    void add(BOOL_TNODE* node) { node->left = std::exchange(last, node); }
+
+    /// The left operand of an operator, unless it is missing or a leaf, which is taken at once: it
+    /// is the most frequent operand.
+    BOOL_TNODE* left_to_visit(const BOOL_TNODE& node)
+    {
+        if (is_operator(node.left)) {
+            return node.left;
+        }
+        if (node.left != nullptr && find(node.left)) {
+            add(node.left);
+        }
+        return nullptr;
+    }
+
+    void free_all()
+    {
+        UT_FASTMEM& pool = *BOOL_TNODE::fstmem;
+        while (last != nullptr) {
+            pool.free(std::exchange(last, last->left));
+        }
+    }
+
+private:
+    BOOL_TNODE* last = nullptr; ///< the others follow by `left`
+};
 
 } // namespace
 
 void unmark_tree(BOOL_TNODE* root) noexcept
 {
     // `usage` itself cannot tell where the walk has been, for it may hold anything.
-    visit_nodes(root, [](BOOL_TNODE& node) {
-        node.usage = 0;
-        if (basbd_is_leaf(node) || (node.lcompl & been_here) != 0) {
-            return WALK::PAST;
-        }
-        node.lcompl |= been_here;
-        return WALK::BELOW;
-    });
-    visit_operators(root, [](BOOL_TNODE& node) {
-        if ((node.lcompl & been_here) == 0) {
-            return WALK::PAST;
-        }
-        node.lcompl &= static_cast<unsigned char>(~been_here);
-        return WALK::BELOW;
-    });
+    mark_tree(root, [](BOOL_TNODE& node) { node.usage = 0; });
+    clear_marks(root);
 }
 
 void BOOL_TNODE::unmarknodes() { unmark_tree(this); }
@@ -57,54 +114,33 @@ void BOOL_TNODE::reclaim()
         });
 }
 
-void free_tree(BOOL_TNODE* root) noexcept
+void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept) noexcept
 {
-    if (root == nullptr) {
-        return;
+    if (kept != nullptr) {
+        mark_tree(kept, [](BOOL_TNODE& /*node*/) {});
     }
-    UT_FASTMEM& pool = *BOOL_TNODE::fstmem;
-    // The dying nodes hold the lists themselves, linked by `left`: those with a right child still
-    // to come, and those that the walk is done with. None may go back to the pool before the end,
-    // for another path may lead to it.
-    BOOL_TNODE* unfinished = nullptr;
-    BOOL_TNODE* finished = nullptr;
-    const auto is_found_first = [](BOOL_TNODE* node) {
-        return std::exchange(node->lcompl, been_here) != been_here;
-    };
-    const auto finish = [&](BOOL_TNODE* node) {
-        node->left = finished;
-        finished = node;
-    };
+    DYING_NODES dying;
+    BOOL_TNODE* unfinished = nullptr; // with a right child still to come, linked by `left`
     for (BOOL_TNODE* node = root; node != nullptr;) {
         BOOL_TNODE* next = nullptr;
-        if (is_found_first(node)) {
-            // A leaf on the left, the most frequent operand, takes no turn of its own.
-            BOOL_TNODE* left = basbd_is_leaf(*node) ? nullptr : node->left;
-            if (left != nullptr && basbd_is_leaf(*left)) {
-                if (is_found_first(left)) {
-                    finish(left);
-                }
-                left = nullptr;
-            }
+        if (DYING_NODES::find(node)) {
+            BOOL_TNODE* const left = basbd_is_leaf(*node) ? nullptr : dying.left_to_visit(*node);
             next = left != nullptr ? left : node->right;
             if (left != nullptr && node->right != nullptr) {
-                node->left = unfinished;
-                unfinished = node;
+                node->left = std::exchange(unfinished, node);
             } else {
-                finish(node);
+                dying.add(node);
             }
         }
         if (next == nullptr && unfinished != nullptr) {
-            BOOL_TNODE* const parent = unfinished;
-            unfinished = parent->left;
+            BOOL_TNODE* const parent = std::exchange(unfinished, unfinished->left);
             next = parent->right;
-            finish(parent);
+            dying.add(parent);
         }
         node = next;
     }
-    while (finished != nullptr) {
-        BOOL_TNODE* const next = finished->left;
-        pool.free(finished);
-        finished = next;
+    dying.free_all();
+    if (kept != nullptr) {
+        clear_marks(kept);
     }
 }

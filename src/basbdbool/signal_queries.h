@@ -64,6 +64,8 @@ bool is_in_tree(BOOL_TNODE* root, const TECHMAP_SIG* sig);
 /// Whether some leaf of the tree below a node's child, which may be missing, holds `sig`.
 inline bool is_in_operand(BOOL_TNODE* child, const TECHMAP_SIG* sig)
 {
-    return is_operator(child) ? is_in_tree(child, sig)
-                              : child != nullptr && is_leaf_of(*child, sig);
+    if (is_operator(child)) {
+        return is_in_tree(child, sig);
+    }
+    return child != nullptr && is_leaf_of(*child, sig);
 }

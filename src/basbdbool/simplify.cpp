@@ -47,12 +47,12 @@ struct OPERAND {
 
 /// The replacement of an operator whose operands are a constant and another node.
 BOOL_TNODE* fold_constant(BOOL_TNODE* node, OPERAND constant_operand, OPERAND other_operand,
-                          REPORT unknown_op)
+                          REPORT unknown_op, LATER_REPORTS& reports)
 {
     BOOL_TNODE* const constant = complement_if(constant_operand.flag, constant_operand.node);
     BOOL_TNODE* const other = other_operand.node;
     if (!is_known_operator(node->op)) {
-        report(unknown_op);
+        reports.add(unknown_op);
         return node;
     }
     const bool is_one = constant->op == BOOL_OP_ONE;
@@ -67,16 +67,16 @@ BOOL_TNODE* fold_constant(BOOL_TNODE* node, OPERAND constant_operand, OPERAND ot
     return complement_if(other_operand.flag, other);
 }
 
-BOOL_TNODE* fold_right_constant(BOOL_TNODE* node)
+BOOL_TNODE* fold_right_constant(BOOL_TNODE* node, LATER_REPORTS& reports)
 {
     return fold_constant(node, {node->right, node->rcompl}, {node->left, node->lcompl},
-                         REPORT::RIGHT_CONSTANT_OP);
+                         REPORT::RIGHT_CONSTANT_OP, reports);
 }
 
-BOOL_TNODE* fold_left_constant(BOOL_TNODE* node)
+BOOL_TNODE* fold_left_constant(BOOL_TNODE* node, LATER_REPORTS& reports)
 {
     return fold_constant(node, {node->left, node->lcompl}, {node->right, node->rcompl},
-                         REPORT::LEFT_CONSTANT_OP);
+                         REPORT::LEFT_CONSTANT_OP, reports);
 }
 
 /// Makes a constant of an operator whose children are dealt with already.
@@ -89,29 +89,41 @@ BOOL_TNODE* make_constant(BOOL_TNODE* node, BOOL_OP op)
 }
 
 /// The replacement of an operator whose operands are two leaves of one signal.
-BOOL_TNODE* fold_same_signals(BOOL_TNODE* node)
+BOOL_TNODE* fold_same_signals(BOOL_TNODE* node, LATER_REPORTS& reports)
 {
+    const bool is_known = is_known_operator(node->op);
+    if (!is_known) {
+        reports.add(REPORT::SAME_OPERANDS_OP);
+    }
     BOOL_TNODE* const leaf = node->left;
     if (node->right != leaf) {
         delete_node(node->right);
     }
     node->right = nullptr;
     const bool flags_differ = node->lcompl != node->rcompl;
-    if (is_known_operator(node->op) && node->op != BOOL_OP_XOR && !flags_differ) {
+    if (is_known && node->op != BOOL_OP_XOR && !flags_differ) {
         return complement_if(node->lcompl, leaf);
     }
     delete_node(leaf);
     node->left = nullptr;
-    if (!is_known_operator(node->op)) {
-        report(REPORT::SAME_OPERANDS_OP);
+    if (!is_known) {
         return node;
     }
     const bool is_one = flags_differ && node->op != BOOL_OP_AND;
     return make_constant(node, is_one ? BOOL_OP_ONE : BOOL_OP_ZERO);
 }
 
+/// Rewrites as asked for and reports once that is done.
+BOOL_TNODE* rewrite_and_report(BOOL_TNODE* node, BOOL_TNODE* (*change)(BOOL_TNODE*, LATER_REPORTS&))
+{
+    LATER_REPORTS reports;
+    BOOL_TNODE* const replacement = change(node, reports);
+    reports.send();
+    return replacement;
+}
+
 /// The replacement of an operator whose children are reduced.
-BOOL_TNODE* reduce_node(BOOL_TNODE* node)
+BOOL_TNODE* reduce_node(BOOL_TNODE* node, LATER_REPORTS& reports)
 {
     BOOL_TNODE* const left = node->left;
     BOOL_TNODE* const right = node->right;
@@ -125,13 +137,13 @@ BOOL_TNODE* reduce_node(BOOL_TNODE* node)
         return complement_if(node->lcompl, left);
     }
     if (is_constant(*right)) {
-        return fold_right_constant(node);
+        return fold_right_constant(node, reports);
     }
     if (is_constant(*left)) {
-        return fold_left_constant(node);
+        return fold_left_constant(node, reports);
     }
     if (basbd_is_leaf(*left) && is_leaf_of(*right, basbd_leaf_signal(*left))) {
-        return fold_same_signals(node);
+        return fold_same_signals(node, reports);
     }
     return node;
 }
@@ -182,10 +194,11 @@ bool take_own_complement(BOOL_TNODE& replacement)
            std::exchange(replacement.lcompl, static_cast<unsigned char>(0)) != 0;
 }
 
-BOOL_TNODE* reduce_tree(BOOL_TNODE* root)
+BOOL_TNODE* reduce_tree(BOOL_TNODE* root, LATER_REPORTS& reports)
 {
     return rewrite(
-        root, [](BOOL_TNODE& /*node*/, unsigned char& /*flag*/) {}, reduce_node);
+        root, [](BOOL_TNODE& /*node*/, unsigned char& /*flag*/) {},
+        [&](BOOL_TNODE* node) { return reduce_node(node, reports); });
 }
 
 void push_complements(BOOL_TNODE* root, unsigned char is_complemented)
@@ -222,14 +235,14 @@ BOOL_TNODE* BOOL_TNODE::reducetrivialsubtrees()
         report(REPORT::REDUCE_LEAF);
         return this;
     }
-    return reduce_tree(this);
+    return rewrite_and_report(this, reduce_tree);
 }
 
-BOOL_TNODE* BOOL_TNODE::trivialrchild() { return fold_right_constant(this); }
+BOOL_TNODE* BOOL_TNODE::trivialrchild() { return rewrite_and_report(this, fold_right_constant); }
 
-BOOL_TNODE* BOOL_TNODE::triviallchild() { return fold_left_constant(this); }
+BOOL_TNODE* BOOL_TNODE::triviallchild() { return rewrite_and_report(this, fold_left_constant); }
 
-BOOL_TNODE* BOOL_TNODE::idempotency() { return fold_same_signals(this); }
+BOOL_TNODE* BOOL_TNODE::idempotency() { return rewrite_and_report(this, fold_same_signals); }
 
 void BOOL_TNODE::pushbubblestoleaves(unsigned char iscompl)
 {

@@ -3,10 +3,11 @@
 #pragma once
 
 #include "basbdbool.h"
+#include "reports.h"
 
 /// @brief Reduces the tree below the operator `root`.
 /// @return what stands for it now: `root`, or another node and `root` is left to be deleted alone
-BOOL_TNODE* reduce_tree(BOOL_TNODE* root);
+BOOL_TNODE* reduce_tree(BOOL_TNODE* root, LATER_REPORTS& reports);
 
 /// Moves all complements below the operator `root` to the edges into leaves.
 void push_complements(BOOL_TNODE* root, unsigned char is_complemented);

@@ -83,31 +83,31 @@ inline bool visit_nodes(BOOL_TNODE* start, VISIT visit, LEAVE leave)
     if (first != WALK::BELOW) {
         return first == WALK::STOP;
     }
+    const auto visit_child = [&](BOOL_TNODE* child) {
+        const WALK next = child == nullptr ? WALK::PAST : visit(*child);
+        if (next == WALK::PAST && child != nullptr) {
+            leave(child);
+        }
+        return next;
+    };
     TREE_PATH path(start);
     for (bool left_is_done = false;;) {
         BOOL_TNODE* const node = path.node();
-        if (!left_is_done && node->left != nullptr) {
-            const WALK next = visit(*node->left);
-            if (next == WALK::BELOW) {
-                path.descend_left();
-                continue;
-            }
-            if (next == WALK::STOP) {
-                return true;
-            }
-            leave(node->left);
+        WALK next = left_is_done ? WALK::PAST : visit_child(node->left);
+        if (next == WALK::BELOW) {
+            path.descend_left();
+            continue;
         }
         left_is_done = false;
-        if (node->right != nullptr) {
-            const WALK next = visit(*node->right);
-            if (next == WALK::BELOW) {
-                path.descend_right();
-                continue;
-            }
-            if (next == WALK::STOP) {
-                return true;
-            }
-            leave(node->right);
+        if (next != WALK::STOP) {
+            next = visit_child(node->right);
+        }
+        if (next == WALK::STOP) {
+            return true;
+        }
+        if (next == WALK::BELOW) {
+            path.descend_right();
+            continue;
         }
         while (!left_is_done) {
             if (path.at_start()) {
