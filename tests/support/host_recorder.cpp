@@ -19,6 +19,9 @@ public:
     {
         reports.push_back({text, app, id, line, rev, kind, extra});
         std::free(id);
+        if (host_recorder::on_report) {
+            host_recorder::on_report(line);
+        }
     }
 };
 RECORDER recorder;
@@ -33,6 +36,8 @@ void ut_status(const char* text)
 }
 
 namespace host_recorder {
+
+std::function<void(int)> on_report;
 
 std::vector<std::string> take_statuses() { return std::exchange(statuses, {}); }
 

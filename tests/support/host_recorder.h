@@ -2,6 +2,7 @@
 /// @brief A host that records what the library tells it.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,9 @@ struct report {
     int kind;
     void* extra;
 };
+
+/// When set, called with the line of each report.
+extern std::function<void(int)> on_report;
 
 /// The messages that went to `ut_status` since the last call.
 std::vector<std::string> take_statuses();

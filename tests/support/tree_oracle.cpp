@@ -103,10 +103,7 @@ private:
     std::vector<BOOL_TNODE*> made;
 };
 
-} // namespace
-
-TECHMAP_SIG* signal(unsigned index) { return &signals_in_use[index]; }
-
+/// The value where bit i of `assignment` is that of signal i. Without a left operand it is 0.
 bool evaluate(const BOOL_TNODE* node, unsigned assignment)
 {
     if (basbd_is_leaf(*node)) {
@@ -125,6 +122,10 @@ bool evaluate(const BOOL_TNODE* node, unsigned assignment)
            : node->op == BOOL_OP_XOR ? left != right
                                      : left || right;
 }
+
+} // namespace
+
+TECHMAP_SIG* signal(unsigned index) { return &signals_in_use[index]; }
 
 std::vector<bool> column(const BOOL_FUNC& function, unsigned signals)
 {
@@ -171,14 +172,6 @@ FUNC::FUNC(const char* text)
 BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes)
 {
     return MAKER(random, shapes).subtree(shapes.depth);
-}
-
-void FREE_TREE::operator()(BOOL_TNODE* root) const
-{
-    root->unmarknodes();
-    root->markusage();
-    root->reclaim();
-    delete root;
 }
 
 } // namespace tree_oracle

@@ -20,12 +20,8 @@ constexpr unsigned max_signals = 32;
 /// The fake signal number `index`, below `max_signals`.
 TECHMAP_SIG* signal(unsigned index);
 
-/// @brief The value of the tree below `node` where bit i of `assignment` is the value of signal i.
-/// An operator without a left operand is 0.
-bool evaluate(const BOOL_TNODE* node, unsigned assignment);
-
 /// @brief The values of a function, with its own complement, for the assignments 0, 1, ... of the
-/// signals below `signals`; constant 0 without a tree.
+/// signals below `signals`; constant 0 without a tree, and for an operator without left operand.
 std::vector<bool> column(const BOOL_FUNC& function, unsigned signals);
 
 /// @brief The exact shape of a tree: `*(~a,+(bC,1))` is NOT s0 AND (s1 OR 1), s1 named C.
@@ -56,10 +52,5 @@ struct SHAPES {
 /// A tree with complement flags everywhere, stale values in every `usage`, and the leaves of the
 /// first signals named by their signal's number.
 BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes);
-
-struct FREE_TREE {
-    void operator()(BOOL_TNODE* root) const; ///< the four steps that free a whole tree
-};
-using OWNED_TREE = std::unique_ptr<BOOL_TNODE, FREE_TREE>;
 
 } // namespace tree_oracle
