@@ -43,7 +43,7 @@ void edit_no_signal(BOOL_FUNC& f)
 template <int SIZE>
 void break_off(BOOL_FUNC& f)
 {
-    constexpr const char* parts[] = {"none", "d 1", "*(~c,d) 2", "", "none"};
+    constexpr const char* parts[] = {"none", "d 1", "*(~c,d) 2", "none"};
     BOOL_TNODE* operand = f.root;
     while (!basbd_is_leaf(*operand) && operand->countleaves() != SIZE) {
         operand = operand->right;
@@ -83,7 +83,7 @@ const ROW rows[] = {
     {"*(a,*(b,*(~c,d)))", break_off<1>, "*(a,*(b,~c))", 3},
     {"*(a,*(b,~*(~c,d)))", break_off<2>, "*(a,b)", 2},
     {"*(a,*(b,*(c,d)))", break_off<0>, "*(a,*(b,*(c,d)))", 4},
-    {"*(a,*(a,1))", break_off<4>, "*(a,*(a,1))", 1},
+    {"*(a,*(b,*(c,1)))", break_off<3>, "*(a,*(b,*(c,1)))", 3},
 };
 
 } // namespace
