@@ -109,9 +109,10 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
     }
     other.setvarname(a, BOOL_VAR_A);
     FUNC function("*(?(a,1),~+(?(0,b),?(cC,c)))");
-    std::string seen;
+    using TEXTS = std::vector<std::string>;
+    TEXTS seen;
     host_recorder::on_report = [&](int line) {
-        seen += std::to_string(line) + shape(function);
+        seen.push_back(std::to_string(line) + shape(function));
         delete[] other.writeeqn();
     };
     delete[] FUNC("aA").writeeqn(); // its buffer has the size of the next one
@@ -120,13 +121,12 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
     for (int i = 0; i < 60; ++i) {
         function.root->writesubtree(buffer, end);
         EXPECT_EQ(std::string(end - 14, end), "(1)*~((0)+(C))");
-        const std::string each = "441" + shape(function);
-        EXPECT_EQ(std::exchange(seen, ""), each + each + each);
+        EXPECT_EQ(std::exchange(seen, {}), TEXTS(3, "441" + shape(function)));
     }
     delete[] buffer;
     function.cleanbufs();
     const std::string form = "*(?(a,1),~+(?(0,b),?(-,-)))";
-    EXPECT_EQ(seen, "836" + form + "902" + form + "945" + form);
+    EXPECT_EQ(seen, (TEXTS{"836" + form, "902" + form, "945" + form}));
     host_recorder::on_report = nullptr;
     host_recorder::take_reports();
 }
