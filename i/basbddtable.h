@@ -59,20 +59,29 @@ class BASBD_API BDD_HASH : public UT_HASH {
 public:
     BDD_HASH();           ///< An empty `UT_HASH(3089, 1)`.
     ~BDD_HASH() override; ///< Frees every node, unless `flag` has been set to 0.
-    /// `high` / 8 + 2 * `low` + `varid` of the edges' values, modulo 2^32.
+    /// @brief `high` / 8 + 2 * `low` + `varid` of the edges' values, modulo 2^32.
+    /// @param key  a BDD_NODE
     unsigned int hash_func(const void* key) override;
-    /// -1, 0 or 1 in the order of variable, high edge, low edge, as unsigned numbers.
+    /// @brief -1, 0 or 1 in the order of variable, high edge, low edge, as unsigned numbers.
+    /// @param key    a BDD_NODE, of the store or not
+    /// @param entry  a BDD_NODE, of the store or not
     int comp_func(const void* key, void* entry) override;
-    void del_func(void* entry) override; ///< Frees one node.
+    /// @brief Frees one node.
+    /// @param entry  a BDD_NODE from `new`, or null
+    void del_func(void* entry) override;
 };
 
 /// @brief The balanced-tree store: an entry is a `BDD_NODE`, which is its own key.
 class BASBD_API BDD_TREE : public UT_BTR_TREE {
 public:
-    BDD_TREE();                          ///< An empty `UT_BTR_TREE(1)`.
-    ~BDD_TREE() override;                ///< Frees every node.
-    void del_func(void* entry) override; ///< Frees one node.
-    /// -1, 0 or 1 in the order of variable, high edge, low edge, as unsigned numbers.
+    BDD_TREE();           ///< An empty `UT_BTR_TREE(1)`.
+    ~BDD_TREE() override; ///< Frees every node.
+    /// @brief Frees one node.
+    /// @param entry  a BDD_NODE from `new`, or null
+    void del_func(void* entry) override;
+    /// @brief -1, 0 or 1 in the order of variable, high edge, low edge, as unsigned numbers.
+    /// @param key    a BDD_NODE, of the store or not
+    /// @param entry  the address of a BDD_NODE, of the store or not
     int comp_func(void* key, const char* entry) override;
 };
 

@@ -2,7 +2,7 @@
 
 #include "basbdd.h"
 #include "edge.h"
-#include "report.h"
+#include "reports.h"
 
 BDD_NODE* basbdd_one = nullptr;
 BDD_NODE* basbdd_zero = nullptr;
@@ -18,7 +18,7 @@ void ensure_constants()
 void BDD_MANAGER::mkconstants()
 {
     if (basbdd_one != nullptr && basbdd_zero != nullptr) {
-        report_internal_error(REPORT_SITE::second_constants);
+        report(BDD_REPORT::SECOND_CONSTANTS);
     }
     ensure_constants();
 }

@@ -1,11 +1,10 @@
 #include "basbdd.h"
 #include "constants.h"
 #include "edge.h"
-#include "report.h"
+#include "reports.h"
 #include "support.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <memory>
 
@@ -27,18 +26,31 @@ BDD_NODE* convert(BOOL_FUNC* f, BDD_MANAGER* mgr, unsigned short* remap)
     return f == nullptr || f->root == nullptr ? nullptr : f->root->treetobdd(mgr, remap);
 }
 
-/// The variable of a signal, `no_variable` when the function has no manager either.
-unsigned short variable_of(BDD_MANAGER* mgr, TECHMAP_SIG* sig)
+/// f with `g(variable)` in place of the variable of `sig`; null when there is no such variable,
+/// as in a function without a manager.
+template <typename G>
+BDD_NODE* with_signal_replaced(const BDD_FUNC& f, TECHMAP_SIG* sig, const G& g)
 {
-    return mgr == nullptr ? no_variable : mgr->sig2varid(sig);
+    const unsigned short var = f.mgr == nullptr ? no_variable : f.mgr->sig2varid(sig);
+    return var == no_variable ? nullptr : f.mgr->compose(f.bdd, var, g(var));
 }
 
-/// f with `g` in place of the variable of `sig`; null when there is no such variable.
-BDD_NODE* with_signal_replaced(const BDD_FUNC& f, TECHMAP_SIG* sig, BDD_NODE* g)
-{
-    const unsigned short var = variable_of(f.mgr, sig);
-    return var == no_variable ? nullptr : f.mgr->compose(f.bdd, var, g);
-}
+/// @brief An empty list of variables, on the stack for the cells of a library.
+class SCRATCH_LIST {
+public:
+    explicit SCRATCH_LIST(unsigned capacity)
+        : heap_(capacity < few ? nullptr : new_support_list(capacity))
+    {
+        *begin() = no_variable;
+    }
+    unsigned short* begin() { return heap_ == nullptr ? stack_ : heap_.get(); }
+
+private:
+    static constexpr unsigned few = 64;
+
+    std::unique_ptr<unsigned short[]> heap_;
+    unsigned short stack_[few];
+};
 
 } // namespace
 
@@ -47,7 +59,7 @@ BDD_FUNC::BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager,
     : nsuppt(0), nvars(capacity), suppt(nullptr), mgr(manager), bdd(nullptr)
 {
     if (f == nullptr) {
-        report_internal_error(REPORT_SITE::conversion_of_null);
+        report(BDD_REPORT::CONVERSION_OF_NULL);
     }
     auto list = new_support_list(capacity);
     suppt = list.get();
@@ -61,7 +73,7 @@ BDD_FUNC::BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager,
 BDD_FUNC::BDD_FUNC(BDD_FUNC* src) : nsuppt(0), nvars(0), suppt(nullptr), mgr(nullptr), bdd(nullptr)
 {
     if (src == nullptr) {
-        report_internal_error(REPORT_SITE::copy_of_null);
+        report(BDD_REPORT::COPY_OF_NULL);
         ensure_constants();
         suppt = new_support_list(nvars).release();
         setbdd(nullptr);
@@ -79,22 +91,13 @@ BDD_FUNC::~BDD_FUNC() { delete[] suppt; }
 
 void BDD_FUNC::setbdd(BDD_NODE* n)
 {
-    // Listed aside, for the walk may run out of memory; on the stack for the cells of a library.
-    constexpr std::size_t few = 64;
-    std::array<unsigned short, few> on_stack;
-    std::unique_ptr<unsigned short[]> on_heap;
-    if (nvars >= few) {
-        on_heap = new_support_list(nvars);
-    }
-    unsigned short* const list = on_heap == nullptr ? on_stack.data() : on_heap.get();
-    std::fill_n(list, nvars + 1, no_variable);
     BDD_NODE* const e = edge::node(n) == nullptr ? basbdd_zero : n;
-    if (edge::node(e) != basbdd_one) {
-        collect_support(edge::node(e), list, nvars);
-    }
-    std::copy_n(list, nvars + 1, suppt);
+    SCRATCH_LIST variables(nvars); // listed aside, for the walk may run out of memory
+    const unsigned count = collect_support(edge::node(e), variables.begin(), nvars);
+    initsupport();
+    std::copy_n(variables.begin(), count, suppt);
+    nsuppt = static_cast<unsigned short>(count);
     bdd = e;
-    nsuppt = static_cast<unsigned short>(countsuppt());
 }
 
 void BDD_FUNC::initsupport() { std::fill_n(suppt, nvars + 1, no_variable); }
@@ -104,31 +107,30 @@ int BDD_FUNC::countsuppt()
     return static_cast<int>(std::find(suppt, suppt + nvars, no_variable) - suppt);
 }
 
-void BDD_FUNC::setsigto1(TECHMAP_SIG* sig) { setbdd(with_signal_replaced(*this, sig, basbdd_one)); }
+void BDD_FUNC::setsigto1(TECHMAP_SIG* sig)
+{
+    setbdd(with_signal_replaced(*this, sig, [](unsigned short) { return basbdd_one; }));
+}
 
 void BDD_FUNC::setsigto0(TECHMAP_SIG* sig)
 {
-    setbdd(with_signal_replaced(*this, sig, basbdd_zero));
+    setbdd(with_signal_replaced(*this, sig, [](unsigned short) { return basbdd_zero; }));
 }
 
 void BDD_FUNC::complsiginfn(TECHMAP_SIG* sig)
 {
-    const unsigned short var = variable_of(mgr, sig);
-    if (var == no_variable) {
-        setbdd(nullptr);
-        return;
-    }
-    BDD_NODE* const x = mgr->table->findoradd(var, basbdd_one, basbdd_zero);
-    setbdd(mgr->compose(bdd, var, edge::complement(x)));
+    setbdd(with_signal_replaced(*this, sig, [this](unsigned short var) {
+        return edge::complement(mgr->table->findoradd(var, basbdd_one, basbdd_zero));
+    }));
 }
 
 void BDD_FUNC::substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn)
 {
     if (fn->mgr != mgr) {
-        report_internal_error(REPORT_SITE::other_manager);
+        report(BDD_REPORT::OTHER_MANAGER);
     }
     if (fn->nvars != nvars) {
-        report_internal_error(REPORT_SITE::other_capacity);
+        report(BDD_REPORT::OTHER_CAPACITY);
     }
-    setbdd(with_signal_replaced(*this, sig, fn->bdd));
+    setbdd(with_signal_replaced(*this, sig, [fn](unsigned short) { return fn->bdd; }));
 }

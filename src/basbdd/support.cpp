@@ -21,6 +21,8 @@ public:
         }
     }
 
+    unsigned size() const { return static_cast<unsigned>(end_ - begin_); }
+
     void insert(unsigned short var)
     {
         unsigned short* const place = std::lower_bound(begin_, end_, var);
@@ -42,7 +44,7 @@ private:
 
 } // namespace
 
-void collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity)
+unsigned collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity)
 {
     VARIABLE_LIST variables(list, capacity);
     MEMO<NODE_KEY<BDD_NODE>> visited;
@@ -59,6 +61,7 @@ void collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity)
         waiting.push(next->low);
         waiting.push(next->high);
     }
+    return variables.size();
 }
 
 void BDD_NODE::adduniqueidx(unsigned short* list) { collect_support(this, list, no_variable); }

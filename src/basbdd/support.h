@@ -7,5 +7,6 @@ class BDD_NODE;
 /// @brief Adds the variables of `node` and of all nodes below it to a list.
 /// @param list      ascending indexes, then `no_variable` in all free entries
 /// @param capacity  indexes that the list may hold, one entry for the end apart; when there are
-///                  more, those of the lower variables are dropped
-void collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity);
+///                  more, the largest are dropped
+/// @return the number of indexes in the list
+unsigned collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity);

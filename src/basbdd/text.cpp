@@ -1,9 +1,16 @@
 #include "basbdd.h"
 #include "edge.h"
-#include "report.h"
+#include "reports.h"
 #include "small_stack.h"
 
 namespace {
+
+void report_if_null(BDD_NODE* e, BDD_REPORT site)
+{
+    if (edge::node(e) == nullptr) {
+        report(site);
+    }
+}
 
 /// @brief Writes nested if-then-else texts.
 class TEXT_WRITER {
@@ -64,16 +71,12 @@ void TEXT_WRITER::run()
             frame.next = PART::low;
             *out_++ = names_[node->varid];
             *out_++ = '?';
-            if (edge::node(node->high) == nullptr) {
-                report_internal_error(REPORT_SITE::node_without_high);
-            }
+            report_if_null(node->high, BDD_REPORT::NODE_WITHOUT_HIGH);
             begin(node->high);
             break;
         case PART::low:
             frame.next = PART::end;
-            if (edge::node(node->low) == nullptr) {
-                report_internal_error(REPORT_SITE::node_without_low);
-            }
+            report_if_null(node->low, BDD_REPORT::NODE_WITHOUT_LOW);
             *out_++ = ':';
             begin(node->low);
             break;
@@ -111,9 +114,6 @@ char* BDD_NODE::printbddexpr(char* out, char* names)
 void BDD_FUNC::printbddexpr(char* out, char* names)
 {
     *out = '\0';
-    if (edge::node(bdd) == nullptr) {
-        report_internal_error(REPORT_SITE::function_without_bdd);
-        return;
-    }
+    report_if_null(bdd, BDD_REPORT::FUNCTION_WITHOUT_BDD);
     *TEXT_WRITER(out, names).write_edge(bdd) = '\0';
 }

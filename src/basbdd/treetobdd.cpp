@@ -2,7 +2,7 @@
 #include "constants.h"
 #include "edge.h"
 #include "memo.h"
-#include "report.h"
+#include "reports.h"
 #include "small_stack.h"
 
 #include <unordered_map>
@@ -91,7 +91,7 @@ BDD_NODE* CONVERSION::leaf(const BOOL_TNODE& tree)
         var = remap_[var];
     }
     if (var >= manager_.nvars) {
-        report_internal_error(REPORT_SITE::unknown_signal);
+        report(BDD_REPORT::UNKNOWN_SIGNAL);
         return nullptr;
     }
     return manager_.table->findoradd(var, basbdd_one, basbdd_zero);
@@ -124,7 +124,7 @@ BDD_NODE* CONVERSION::join(const BOOL_TNODE& tree, BDD_NODE* left, BDD_NODE* rig
     case BOOL_OP_OR:
         return is_null ? nullptr : manager_.ifthenelse(left, basbdd_one, right);
     default:
-        report_internal_error(REPORT_SITE::unknown_operator);
+        report(BDD_REPORT::UNKNOWN_OPERATOR);
         return nullptr;
     }
 }
