@@ -47,8 +47,8 @@ public:
     /// @param f  the condition, an edge of this manager or a constant, as are `g` and `h`
     /// @param g  the result where f is 1
     /// @param h  the result where f is 0
-    /// @return null when an operand is null, even one that does not matter, or when a node of a
-    ///         variable that the manager does not have would be needed
+    /// @return the operand that a constant f chooses; else null when an operand is null, or when a
+    ///         node of a variable that the manager does not have would be needed
     BDD_NODE* ifthenelse(BDD_NODE* f, BDD_NODE* g, BDD_NODE* h);
 
     /// @brief The edge of f with g in place of variable `var`.
@@ -117,7 +117,8 @@ public:
     void setsigto1(TECHMAP_SIG* sig);    ///< Fixes the variable to 1.
     void setsigto0(TECHMAP_SIG* sig);    ///< Fixes the variable to 0.
     void complsiginfn(TECHMAP_SIG* sig); ///< Complements the variable.
-    /// @brief Puts the function `fn`, which is not changed, in place of the variable.
+    /// @brief Puts the function `fn`, which is not changed unless it is this one, in place of the
+    /// variable.
     /// Reports 4:1, line 202 (`fn` has another manager) and line 205 (`fn` has another `nvars`),
     /// and goes on; edges of another manager have no meaning in this one.
     /// @param sig  the signal, compared by address

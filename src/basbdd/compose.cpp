@@ -45,6 +45,10 @@ bool COMPOSE::settle(BDD_NODE* f, BDD_NODE*& result)
         return true;
     }
     if (top == var_) {
+        if (edge::node(g_) == basbdd_one) { // a cofactor: most of what mappers ask for
+            result = g_ == basbdd_one ? edge::high(f) : edge::low(f);
+            return true;
+        }
         // The variable does not occur below; what repeats is in the memo of the if-then-else.
         result = ite_.solve({g_, edge::high(f), edge::low(f)});
         return true;
@@ -62,6 +66,8 @@ BDD_NODE* COMPOSE::join(const FRAME& frame, BDD_NODE* low)
     BDD_NODE* result = nullptr;
     if (frame.high == low) {
         result = low;
+    } else if (frame.high == frame.node->high && low == frame.node->low && var < manager_.nvars) {
+        result = frame.node; // nothing has changed below: no need to search for it
     } else if (var < edge::variable(frame.high) && var < edge::variable(low)) {
         result = ite_.make(var, frame.high, low);
     } else if (var < manager_.nvars) {

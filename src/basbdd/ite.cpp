@@ -60,7 +60,7 @@ ITE::ITE(const BDD_MANAGER& manager) : manager_(manager), one_(basbdd_one), zero
 /// @brief The result where it is an operand, its complement or a constant; else null.
 ///
 /// Otherwise the triple becomes the standard one of the triples with the same result.
-[[gnu::always_inline]] inline BDD_NODE* ITE::terminal_case(ITE_TRIPLE& t) const
+inline BDD_NODE* ITE::terminal_case(ITE_TRIPLE& t) const
 {
     auto& [f, g, h] = t;
     if (f == one_) {
@@ -122,7 +122,7 @@ BDD_NODE* ITE::make(unsigned short var, BDD_NODE* high, BDD_NODE* low)
 /// @brief Solves a problem that needs no cofactors.
 /// @return whether `result` holds the result, which may be null; otherwise `frame` is the problem
 ///         in its standard form, ready for the cofactors
-[[gnu::always_inline]] inline bool ITE::settle(FRAME& frame, BDD_NODE*& result)
+inline bool ITE::settle(FRAME& frame, BDD_NODE*& result)
 {
     ITE_TRIPLE& t = frame.triple;
     result = terminal_case(t);
@@ -151,7 +151,7 @@ BDD_NODE* ITE::make(unsigned short var, BDD_NODE* high, BDD_NODE* low)
 
 /// @brief Hands a result to the problems that wait for it.
 /// @return whether `next` is to be solved now; otherwise `result` is the result of the call
-[[gnu::always_inline]] inline bool ITE::resume(BDD_NODE*& result, ITE_TRIPLE& next)
+inline bool ITE::resume(BDD_NODE*& result, ITE_TRIPLE& next)
 {
     while (!stack_.empty()) {
         FRAME& frame = stack_.top();
@@ -160,7 +160,10 @@ BDD_NODE* ITE::make(unsigned short var, BDD_NODE* high, BDD_NODE* low)
             next = low_cofactors(frame.triple, frame.top);
             return true;
         }
-        result = make(frame.top, frame.high, result);
+        BDD_NODE* const f = frame.triple.f; // often the result itself: no need to search for it
+        const bool is_f = variable(f) == frame.top && f->high == frame.high && f->low == result &&
+                          frame.top < manager_.nvars;
+        result = is_f ? f : make(frame.top, frame.high, result);
         if (result == nullptr) {
             stack_.clear();
             return false;
@@ -174,6 +177,9 @@ BDD_NODE* ITE::make(unsigned short var, BDD_NODE* high, BDD_NODE* low)
 
 BDD_NODE* ITE::solve(ITE_TRIPLE t)
 {
+    if (t.f == one_ || t.f == zero_) {
+        return t.f == one_ ? t.g : t.h;
+    }
     if (t.f == nullptr || t.g == nullptr || t.h == nullptr) {
         return nullptr;
     }

@@ -36,11 +36,17 @@ public:
 
     /// @brief The edge of f AND g OR NOT f AND h.
     ///
-    /// Null when an operand is null, and when the result needs a node for a variable that the
-    /// manager does not have.
+    /// The operand that a constant f chooses; else null when an operand is null, and when the
+    /// result needs a node for a variable that the manager does not have.
     BDD_NODE* solve(ITE_TRIPLE triple);
 
-    /// @brief The node (`var`, `high`, `low`) or what it reduces to. `var` is above both children.
+    /// @brief The edge of the function that is `high` where variable `var` is 1, else `low`.
+    ///
+    /// Takes what `high` is marked with out of the node, so that a stored high edge is unmarked.
+    /// @param var   above the variables of both edges
+    /// @param high  an edge, marked or not, as is `low`
+    /// @param low   when it equals `high`, that is the result
+    /// @return null when a node is needed and the manager does not have the variable
     BDD_NODE* make(unsigned short var, BDD_NODE* high, BDD_NODE* low);
 
 private:

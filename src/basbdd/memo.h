@@ -72,11 +72,11 @@ private:
 
     static constexpr unsigned hash_bits_in_tag = 8;
     static constexpr std::uint32_t one_call = std::uint32_t{1} << hash_bits_in_tag;
-    static constexpr unsigned first_bits = 6;
+    static constexpr unsigned first_bits = 8;
     static constexpr unsigned growth_bits = 2; ///< the next table has four times the entries
     static constexpr std::size_t first_size = std::size_t{1} << first_bits;
-    /// The tables of 64, 256, 1,024 and 4,096 entries stand side by side.
-    static constexpr std::size_t kept_size = first_size * (1 + 4 + 16 + 64);
+    /// The tables of 256, 1,024 and 4,096 entries stand side by side.
+    static constexpr std::size_t kept_size = first_size * (1 + 4 + 16);
     inline static std::uint32_t kept_tags[kept_size];
     inline static ENTRY kept_entries[kept_size];
     inline static std::uint32_t last_call;
