@@ -60,17 +60,6 @@ BDD_NODE* MANAGER::variable(unsigned index)
     return bdds.table->findoradd(static_cast<unsigned short>(index), basbdd_one, basbdd_zero);
 }
 
-BDD_NODE* MANAGER::function(unsigned column, unsigned height)
-{
-    if (height == 1) {
-        return column % 2 == 0 ? basbdd_zero : basbdd_one;
-    }
-    const unsigned half = height / 2;
-    const unsigned var = half == 1 ? 0 : half == 2 ? 1 : 2;
-    return bdd_oracle::ifthenelse(bdds, variable(var), function(column >> half, half),
-                                  function(column, half));
-}
-
 bool evaluate(BDD_NODE* e, unsigned assignment)
 {
     bool value = true;
@@ -80,15 +69,6 @@ bool evaluate(BDD_NODE* e, unsigned assignment)
             return value;
         }
     }
-}
-
-std::vector<bool> column(BDD_NODE* e, unsigned variables)
-{
-    std::vector<bool> values(std::size_t{1} << variables);
-    for (unsigned assignment = 0; assignment < values.size(); ++assignment) {
-        values[assignment] = evaluate(e, assignment);
-    }
-    return values;
 }
 
 double count_models(BDD_NODE* e, unsigned variables)

@@ -28,13 +28,10 @@ struct MANAGER {
 
     MANAGER(BDD_STORE_METHOD method, unsigned variables);
     BDD_NODE* variable(unsigned index);
-    /// The function of variables 0 to 2 whose value for assignment i is bit i of `column`.
-    BDD_NODE* function(unsigned column, unsigned height = 8);
 };
 
 /// The value for the assignment whose bit i is the value of variable i.
 bool evaluate(BDD_NODE* e, unsigned assignment);
-std::vector<bool> column(BDD_NODE* e, unsigned variables);
 /// Assignments of `variables` variables with the value 1.
 double count_models(BDD_NODE* e, unsigned variables);
 /// Whether every node below is reduced, with an unmarked high edge and variables ascending.

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 
 using tree_oracle::FUNC;
@@ -43,7 +42,7 @@ struct func : testing::Test {
 
 TEST(typical_request, runs_as_it_stands)
 {
-    for (const auto method : {BDD_STORE_HASH, BDD_STORE_TREE}) {
+    for (const auto method : {BDD_STORE_HASH, BDD_STORE_TREE, BDD_STORE_METHOD(7)}) {
         TECHMAP_SIG* st[] = {signal(0), signal(1)};
         BOOL_FUNC function(BOOL_FUNC_AND, nullptr, BOOL_VAR_A);
         function.addsigtofunc(st[0], 0);
@@ -63,46 +62,39 @@ TEST(typical_request, runs_as_it_stands)
     }
 }
 
-TEST_F(func, edits_are_seen_in_text_and_support)
+TEST_F(func, texts)
 {
-    FUNC parity("@(a,c)");
-    BDD_FUNC g(3, &parity, &manager, nullptr);
-    EXPECT_EQ(text_of(g), "~(a?c:~c)");
-    const auto edited = [&](void (*edit)(BDD_FUNC&, TECHMAP_SIG*, BDD_FUNC&), unsigned index) {
-        BDD_FUNC copy(&f);
-        edit(copy, signal(index), g);
-        return text_of(copy) + " " + std::to_string(copy.nsuppt);
-    };
-    const auto set_1 = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC&) { c.setsigto1(sig); };
-    const auto set_0 = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC&) { c.setsigto0(sig); };
-    const auto flip = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC&) { c.complsiginfn(sig); };
-    const auto put = [](BDD_FUNC& c, TECHMAP_SIG* sig, BDD_FUNC& fn) { c.substfnforsig(sig, &fn); };
-    EXPECT_EQ(edited(set_1, 1), "a 1");
-    EXPECT_EQ(edited(set_0, 1), "0 0");
-    EXPECT_EQ(edited(flip, 1), "~(a?b:1) 2");
-    EXPECT_EQ(edited(put, 1), "~(a?c:1) 2");
-    EXPECT_EQ(edited(set_1, 2), "(a?b:0) 2");
-    EXPECT_EQ(edited(set_1, 9) + edited(set_0, 9) + edited(flip, 9) + edited(put, 9),
-              "0 00 00 00 0");
-    BDD_FUNC without(&f);
-    without.setbdd(nullptr);
-    EXPECT_EQ(text_of(without), "0");
-    EXPECT_EQ(text_of(f), "(a?b:0)");
-    std::vector<unsigned short> list{1, 5, 0xFFFF, 0xFFFF, 0xFFFF};
-    f.bdd->adduniqueidx(list.data());
-    EXPECT_EQ(list, (std::vector<unsigned short>{0, 1, 5, 0xFFFF, 0xFFFF}));
-    EXPECT_TRUE(host_recorder::take_reports().empty());
-}
-
-TEST_F(func, converts_odd_trees)
-{
-    const std::pair<const char*, const char*> cases[] = {
-        {"1", "1"}, {"~1", "0"}, {"*(-,a)", "0"}, {"?(~a,-)", "~a"}, {"-", "0"}, {"~-", "1"}};
+    const std::pair<const char*, const char*> cases[] = {{"1", "1"},
+                                                         {"~1", "0"},
+                                                         {"*(a,b)", "(a?b:0)"},
+                                                         {"+(a,b)", "(a?1:b)"},
+                                                         {"*(a,~b)", "~(a?b:1)"},
+                                                         {"@(a,c)", "~(a?c:~c)"},
+                                                         {"*(-,a)", "0"},
+                                                         {"?(~a,-)", "~a"},
+                                                         {"-", "0"},
+                                                         {"~-", "1"}};
     for (const auto& [tree, text] : cases) {
         EXPECT_EQ(converted(tree), text) << tree;
     }
     unsigned short exchange[] = {1, 0, 2};
     EXPECT_EQ(converted("*(a,~b)", exchange), "~(a?1:~b)");
+    char out[8];
+    char names[] = "ab";
+    EXPECT_EQ(std::string(out, f.bdd->printbddexpr(out, names)), "a?b:0");
+}
+
+TEST_F(func, copies_the_support_and_adds_to_a_list)
+{
+    BDD_FUNC copy(&f);
+    EXPECT_EQ(support_of(copy), support_of(f));
+    EXPECT_EQ(copy.nsuppt, 2);
+    copy.setbdd(nullptr);
+    EXPECT_EQ(text_of(copy), "0");
+    EXPECT_EQ(text_of(f), "(a?b:0)");
+    std::vector<unsigned short> list{1, 5, 0xFFFF, 0xFFFF, 0xFFFF};
+    f.bdd->adduniqueidx(list.data());
+    EXPECT_EQ(list, (std::vector<unsigned short>{0, 1, 5, 0xFFFF, 0xFFFF}));
 }
 
 TEST_F(func, reports_each_misuse_once)
@@ -143,14 +135,21 @@ TEST_F(func, reports_each_misuse_once)
     BDD_FUNC g(3, &shared, &manager, nullptr);
     EXPECT_EQ(lines(), (LINES{563, 563, 586}));
     EXPECT_EQ(text_of(g), "1") << "the complement of what could not be converted";
+    EXPECT_EQ(converted("*(?(a,b),j)"), "0");
+    EXPECT_EQ(lines(), (LINES{586, 563})) << "left is converted before right";
     unsigned short remap[] = {0, 3, 2};
     BDD_FUNC remapped(3, &conjunction, &manager, remap);
     EXPECT_EQ(lines(), LINES{563});
     EXPECT_EQ(text_of(remapped), "0");
 }
 
-TEST(conversion, agrees_with_the_tree_evaluator)
+TEST(conversion_and_edits, agree_with_the_tree_evaluator)
 {
+    void (*const edits[])(BDD_FUNC&, TECHMAP_SIG*, BDD_FUNC*) = {
+        [](BDD_FUNC& f, TECHMAP_SIG* sig, BDD_FUNC*) { f.setsigto0(sig); },
+        [](BDD_FUNC& f, TECHMAP_SIG* sig, BDD_FUNC*) { f.setsigto1(sig); },
+        [](BDD_FUNC& f, TECHMAP_SIG* sig, BDD_FUNC*) { f.complsiginfn(sig); },
+        [](BDD_FUNC& f, TECHMAP_SIG* sig, BDD_FUNC* fn) { f.substfnforsig(sig, fn); }};
     constexpr unsigned variables = 12;
     TECHMAP_SIG* order[variables];
     unsigned short remap[variables];
@@ -172,20 +171,35 @@ TEST(conversion, agrees_with_the_tree_evaluator)
         BDD_MANAGER manager(BDD_STORE_METHOD(seed % 2), variables, order);
         BDD_FUNC straight(variables, &tree, &manager, nullptr);
         BDD_FUNC moved(variables, &tree, &manager, remap);
-        ASSERT_EQ(bdd_oracle::column(straight.bdd, variables), expected);
-        ASSERT_TRUE(bdd_oracle::is_canonical(straight.bdd));
+        const unsigned edit = seed / 2 % 4;
+        const unsigned edited =
+            straight.nsuppt == 0 ? 0 : straight.suppt[random() % straight.nsuppt];
+        BDD_FUNC after(&straight);
+        edits[edit](after, signal(edited), &moved);
+        ASSERT_TRUE(bdd_oracle::is_canonical(after.bdd));
         for (unsigned assignment = 0; assignment < 1U << variables; ++assignment) {
             unsigned seen = 0;
             for (unsigned i = 0; i < variables; ++i) {
                 seen |= (assignment >> remap[i] & 1U) << i;
             }
+            ASSERT_EQ(bdd_oracle::evaluate(straight.bdd, assignment), expected[assignment]);
             ASSERT_EQ(bdd_oracle::evaluate(moved.bdd, assignment), expected[seen]);
+            const unsigned was = assignment >> edited & 1U;
+            const unsigned put[] = {0, 1, 1 - was, expected[seen] ? 1U : 0U};
+            ASSERT_EQ(bdd_oracle::evaluate(after.bdd, assignment),
+                      expected[(assignment & ~(1U << edited)) | put[edit] << edited]);
         }
+        std::vector<unsigned short> support;
         for (unsigned short i = 0; i < variables; ++i) {
-            const bool depends = manager.compose(straight.bdd, i, basbdd_one) !=
-                                 manager.compose(straight.bdd, i, basbdd_zero);
-            EXPECT_EQ(std::binary_search(straight.suppt, straight.suppt + straight.nsuppt, i),
-                      depends);
+            if (manager.compose(after.bdd, i, basbdd_one) !=
+                manager.compose(after.bdd, i, basbdd_zero)) {
+                support.push_back(i);
+            }
         }
+        EXPECT_EQ(after.nsuppt, support.size());
+        support.resize(variables + 1, 0xFFFF);
+        EXPECT_EQ(support_of(after), support);
+        edits[edit](after, signal(15), &moved);
+        EXPECT_EQ(after.bdd, basbdd_zero) << "no variable of the manager";
     }
 }

@@ -7,9 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
+#include <deque>
 #include <random>
 #include <set>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -23,6 +24,8 @@ unsigned number_of(const void* key) { return static_cast<const record*>(key)->nu
 std::vector<unsigned> seen;
 std::vector<unsigned> freed;
 
+void see(const void* entry) { seen.push_back(number_of(entry)); }
+
 template <typename CONTAINER>
 class freeing : public CONTAINER {
 public:
@@ -31,7 +34,7 @@ public:
     {
         EXPECT_EQ(this->s_find(entry), nullptr) << "an entry that is being freed is still found";
         freed.push_back(number_of(entry));
-        delete static_cast<record*>(entry);
+        static_cast<record*>(entry)->number = ~0U; // not to be looked at again
     }
 };
 
@@ -39,6 +42,10 @@ class hash_store : public freeing<UT_HASH> {
 public:
     hash_store() : freeing(3089, 1) {}
     ~hash_store() override { process_and_kill(1, nullptr); }
+    void show()
+    {
+        process_and_kill(0, [](void* entry) { see(entry); });
+    }
     unsigned int hash_func(const void* key) override { return number_of(key) / 8 * 64; }
     int comp_func(const void* key, void* entry) override
     {
@@ -50,6 +57,15 @@ class tree_store : public freeing<UT_BTR_TREE> {
 public:
     tree_store() : freeing(1) {}
     ~tree_store() override { flush(nullptr); }
+    void show()
+    {
+        flush([](void** entry, void* extra) {
+            EXPECT_EQ(extra, nullptr);
+            see(*entry);
+        });
+        EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
+        EXPECT_EQ(std::exchange(freed, {}), seen);
+    }
     int comp_func(void* key, const char* entry) override
     {
         return static_cast<int>(number_of(key)) - static_cast<int>(number_of(entry));
@@ -62,69 +78,51 @@ class stores : public testing::Test {
 using STORE_TYPES = testing::Types<hash_store, tree_store>;
 TYPED_TEST_SUITE(stores, STORE_TYPES);
 
+/// Random additions and removals.
+void work(UT_STORE& store, std::set<unsigned>& numbers, std::deque<record>& records, unsigned range)
+{
+    std::mt19937 random(range);
+    for (int step = 0; step < 30000; ++step) {
+        record probe{static_cast<unsigned>(random()) % range};
+        auto* const found = static_cast<record*>(store.s_find(&probe));
+        ASSERT_EQ(found != nullptr, numbers.count(probe.number) == 1);
+        ASSERT_TRUE(found == nullptr || found->number == probe.number);
+        if (random() % 2 == 0) { // an addition or removal also follows another search
+            record other{static_cast<unsigned>(random()) % range};
+            store.s_find(&other);
+        }
+        if (random() % 3 == 0) {
+            ASSERT_EQ(store.s_remove(&probe), found);
+            numbers.erase(probe.number);
+        } else {
+            record* const fresh = &records.emplace_back(probe);
+            ASSERT_EQ(store.s_add(fresh, nullptr), found == nullptr ? fresh : found);
+            numbers.insert(probe.number);
+        }
+    }
+}
+
 TYPED_TEST(stores, agree_with_a_set_through_random_work)
 {
     for (const unsigned range : {3U, 16U, 40U, 10000U}) {
         SCOPED_TRACE(testing::Message() << "numbers below " << range << ", seed " << range);
-        std::mt19937 random(range);
+        std::deque<record> records;
         std::set<unsigned> numbers;
+        seen.clear();
         freed.clear();
         {
             TypeParam store;
-            for (int step = 0; step < 30000; ++step) {
-                record probe{static_cast<unsigned>(random()) % range};
-                auto* found = static_cast<record*>(store.s_find(&probe));
-                ASSERT_EQ(found != nullptr, numbers.count(probe.number) == 1);
-                ASSERT_TRUE(found == nullptr || found->number == probe.number);
-                if (random() % 2 == 0) { // an addition or removal also follows another search
-                    record other{static_cast<unsigned>(random()) % range};
-                    store.s_find(&other);
-                }
-                if (random() % 3 == 0) {
-                    const std::unique_ptr<record> removed(
-                        static_cast<record*>(store.s_remove(&probe)));
-                    ASSERT_EQ(removed.get(), found);
-                    numbers.erase(probe.number);
-                } else {
-                    auto fresh = std::make_unique<record>(probe);
-                    void* const stored = store.s_add(fresh.get(), nullptr);
-                    ASSERT_EQ(stored, found == nullptr ? fresh.release() : found);
-                    numbers.insert(probe.number);
-                }
-            }
+            work(store, numbers, records, range);
+            store.show();
+            EXPECT_TRUE(freed.empty());
+            std::sort(seen.begin(), seen.end());
+            EXPECT_EQ(seen, std::vector<unsigned>(numbers.begin(), numbers.end()));
+            numbers.clear();
+            work(store, numbers, records, range);
         }
         std::sort(freed.begin(), freed.end());
         EXPECT_EQ(freed, std::vector<unsigned>(numbers.begin(), numbers.end()));
     }
-}
-
-TEST(containers, show_every_entry_once_and_free_it_when_told)
-{
-    record kept[100];
-    hash_store table;
-    tree_store tree;
-    std::vector<unsigned> numbers;
-    for (unsigned number = 0; number < std::size(kept); ++number) {
-        kept[number].number = number;
-        table.s_add(&kept[number], nullptr);
-        tree.s_add(new record{99 - number}, nullptr);
-        numbers.push_back(number);
-    }
-    seen.clear();
-    freed.clear();
-    table.process_and_kill(0, [](void* entry) { seen.push_back(number_of(entry)); });
-    std::sort(seen.begin(), seen.end());
-    EXPECT_EQ(seen, numbers);
-    EXPECT_TRUE(freed.empty());
-    EXPECT_EQ(table.s_find(&kept[0]), nullptr);
-
-    seen.clear();
-    tree.flush([](void** entry, void* extra) {
-        EXPECT_EQ(extra, nullptr);
-        seen.push_back(number_of(*entry));
-    });
-    EXPECT_EQ(seen, numbers) << "in order";
-    EXPECT_EQ(freed, numbers);
 }
 
 } // namespace
