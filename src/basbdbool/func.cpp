@@ -83,6 +83,9 @@ void fix_signal(BOOL_FUNC& function, const TECHMAP_SIG* sig, BOOL_OP op, REPORT 
 /// @param node  the operator; moved along the right spine as far as the search went
 bool is_on_spine(BOOL_TNODE*& node, const TECHMAP_SIG* sig)
 {
+    if (sig == nullptr) {
+        return false; // once, not at every leaf
+    }
     for (;;) {
         if (is_in_operand(node->left, sig)) {
             return true;
