@@ -111,14 +111,3 @@ TEST(depth, as_many_paths_as_two_to_the_sixtieth)
     function.addsigtofunc(signal(2), 0);
     EXPECT_EQ(shape(function.root->right->right), "+(b,+(c,c))");
 }
-
-TEST(depth, more_parents_than_a_count_of_sixteen_bits_holds)
-{
-    tree_oracle::FUNC function("+(a,b)");
-    BOOL_TNODE* const shared = function.root;
-    for (int i = 0; i < 70000; ++i) {
-        function.root = new BOOL_TNODE(BOOL_OP_AND, shared, 0, function.root, 0);
-    }
-    function.cleanbufs();
-    EXPECT_EQ(function.nsuppt, 2);
-}

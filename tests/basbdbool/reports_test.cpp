@@ -97,6 +97,9 @@ TEST(reports, what_needs_no_tree_is_silent)
     EXPECT_EQ(f.getpurefunc(), 22);
     EXPECT_FALSE(f.islogic0() || f.islogic1());
     write(f);
+    char names[8] = "F";
+    f.catvars(names);
+    EXPECT_STREQ(names, "F:");
     EXPECT_EQ(shape(f), "-");
     EXPECT_TRUE(host_recorder::take_reports().empty());
 }
@@ -108,7 +111,7 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
         other.addsigtofunc(a, 0);
     }
     other.setvarname(a, BOOL_VAR_A);
-    FUNC function("*(?(a,1),~+(?(0,b),?(cC,c)))");
+    FUNC function("*(?(a,1),~+(?(0,~b),?(cC,c)))");
     using TEXTS = std::vector<std::string>;
     TEXTS seen;
     host_recorder::on_report = [&](int line) {
@@ -120,12 +123,12 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
     char* end = buffer;
     for (int i = 0; i < 60; ++i) {
         function.root->writesubtree(buffer, end);
-        EXPECT_EQ(std::string(end - 14, end), "(1)*~((0)+(C))");
+        EXPECT_EQ(std::string(end - 15, end), "(1)*~((0~)+(C))");
         EXPECT_EQ(std::exchange(seen, {}), TEXTS(3, "441" + shape(function)));
     }
     delete[] buffer;
     function.cleanbufs();
-    const std::string form = "*(?(a,1),~+(?(0,b),?(-,-)))";
+    const std::string form = "*(?(a,1),~+(?(0,~b),?(-,-)))";
     EXPECT_EQ(seen, (TEXTS{"836" + form, "902" + form, "945" + form}));
     host_recorder::on_report = nullptr;
     host_recorder::take_reports();

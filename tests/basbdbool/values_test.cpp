@@ -111,6 +111,8 @@ TEST(values, pushing_complements_keeps_the_value)
             }
         }
         EXPECT_EQ(op, operators.size() == 1 ? operators[0] : 22) << text;
+        const bool is_pure = operators.empty() || (operators.size() == 1 && operators[0] == 2);
+        EXPECT_EQ(f.root->issubtreepure(BOOL_OP_OR), is_pure) << text;
     });
 }
 
@@ -129,8 +131,10 @@ TEST(values, edits_by_signal)
             std::function<void()> run;
             COLUMN values; // of what takes the signal's place
         } edits[] = {
-            {[&] { f.setsigto1(sig); }, column(FUNC("1"), signals)},
-            {[&] { f.setsigto0(sig); }, column(FUNC("0"), signals)},
+            {[&] { i < j ? f.setsigto1(sig) : f.root->setsigto1(sig); },
+             column(FUNC("1"), signals)},
+            {[&] { i < j ? f.setsigto0(sig) : f.root->setsigto0(sig); },
+             column(FUNC("0"), signals)},
             {[&] { f.complsiginfunc(sig); }, column(FUNC(complement.c_str()), signals)},
             {[&] { f.subsig1forsig2(signal(j), sig); }, column(FUNC(renamed.c_str()), signals)},
             {[&] { f.substfnforsig(sig, &other); }, column(other, signals)},
@@ -194,4 +198,8 @@ TEST(values, support_of_many_signals_counts_twenty)
     FUNC one_more("*(a,c)");
     EXPECT_EQ(other.countsupptunion(&one_more), 3);
     EXPECT_EQ(other.countsupptunion(nullptr), 2);
+    TECHMAP_SIG* list[20] = {signal(0)};
+    one_more.root->listsigs(list);
+    EXPECT_EQ(list[1], signal(2));
+    EXPECT_EQ(list[2], nullptr);
 }
