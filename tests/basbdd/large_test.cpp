@@ -1,4 +1,5 @@
 #include "bdd_oracle.h"
+#include "circuits.h"
 
 #include <gtest/gtest.h>
 
@@ -32,24 +33,48 @@ struct CHAIN : BOOL_FUNC {
     }
 };
 
+/// What the circuits ask for.
+struct ENGINE : MANAGER {
+    using EDGE = BDD_NODE*;
+    using MANAGER::MANAGER;
+    static EDGE constant(bool value) { return value ? basbdd_one : basbdd_zero; }
+    static EDGE negate(EDGE f) { return bdd_oracle::negate(f); }
+    EDGE conjunction(EDGE f, EDGE g) { return bdds.ifthenelse(f, g, basbdd_zero); }
+    EDGE disjunction(EDGE f, EDGE g) { return bdds.ifthenelse(f, basbdd_one, g); }
+    EDGE parity(EDGE f, EDGE g) { return bdds.ifthenelse(f, negate(g), g); }
+};
+
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(each, large, testing::Values(BDD_STORE_HASH, BDD_STORE_TREE));
 
-TEST_P(large, sum_of_pairs_far_apart)
+/// Solutions of N queens.
+template <unsigned N>
+double solutions(BDD_STORE_METHOD method)
 {
-    constexpr unsigned pairs = 12;
-    MANAGER m(GetParam(), 2 * pairs);
-    BDD_NODE* sum = basbdd_zero;
-    for (unsigned i = 0; i < pairs; ++i) {
-        BDD_NODE* const last = m.variable(i + pairs);
-        BDD_NODE* const pair = m.bdds.ifthenelse(m.variable(i), last, basbdd_zero);
-        sum = m.bdds.ifthenelse(pair, basbdd_one, sum);
+    ENGINE e(method, N * N);
+    return bdd_oracle::count_models(queens<N>::build(e).front(), N * N);
+}
+
+TEST_P(large, queens)
+{
+    EXPECT_EQ(solutions<6>(GetParam()), 4);
+    EXPECT_EQ(solutions<7>(GetParam()), 40);
+    EXPECT_EQ(solutions<8>(GetParam()), 92);
+}
+
+TEST_P(large, carry_of_256_bits)
+{
+    ENGINE e(GetParam(), 512);
+    EDGES<ENGINE> a;
+    EDGES<ENGINE> b;
+    for (unsigned i = 512; i > 0; i -= 2) { // the least significant bits are the lowest variables
+        a.push_back(e.variable(i - 2));
+        b.push_back(e.variable(i - 1));
     }
-    EXPECT_EQ(bdd_oracle::count_models(sum, 2 * pairs), std::pow(4, pairs) - std::pow(3, pairs));
-    BDD_NODE* const joined = m.bdds.compose(sum, 0, m.variable(1));
-    EXPECT_EQ(bdd_oracle::count_models(joined, 2 * pairs),
-              std::pow(4, pairs) - 10 * std::pow(3, pairs - 2));
+    // Of all pairs of numbers, half but for the share of those whose sum has only ones.
+    EXPECT_EQ(std::ldexp(bdd_oracle::count_models(sum(e, a, b).back(), 512), -512),
+              0.5 - std::ldexp(1.0, -257));
 }
 
 TEST_P(large, parity_of_2000_variables_in_both_directions)
