@@ -11,7 +11,7 @@
 /// Cells and builds are timed from before the manager is made until after it is destroyed, for
 /// that is what the user of a function waits for; rows with "work alone" leave both out. Cofactors
 /// and composes are timed alone. The model counts of all contenders are compared before the timing.
-#include "basbdd.h"
+#include "basbd_engine.h"
 #include "circuits.h"
 #include "harness.h"
 
@@ -19,19 +19,9 @@
 #include <malloc.h>
 
 #include <cstdlib>
-#include <map>
-#include <memory>
 #include <random>
 
-/// The library never looks inside a signal.
-class TECHMAP_SIG {
-    char unused;
-};
-
 namespace {
-
-constexpr unsigned max_variables = 128;
-TECHMAP_SIG signals[max_variables];
 
 /// Fails loudly: a ratio of unequal work means nothing.
 void check(bool holds, const char* what)
@@ -41,14 +31,6 @@ void check(bool holds, const char* what)
         std::abort();
     }
 }
-
-std::uintptr_t value_of(BDD_NODE* e) { return reinterpret_cast<std::uintptr_t>(e); }
-BDD_NODE* edge_of(std::uintptr_t value)
-{
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the mark is a bit of the address
-    return reinterpret_cast<BDD_NODE*>(value);
-}
-BDD_NODE* node_of(BDD_NODE* e) { return edge_of(value_of(e) & ~std::uintptr_t{1}); }
 
 /// The arguments of bdd_init.
 struct SIZES {
@@ -60,62 +42,11 @@ constexpr SIZES medium_sizes = {100000, 10000};
 
 /// @brief basbd with one of its stores.
 template <int METHOD>
-class BASBD {
-public:
-    using EDGE = BDD_NODE*;
-
-    explicit BASBD(unsigned variables, SIZES /*of BuDDy's tables*/ = {}) : count_(variables)
+struct BASBD : BASBD_ENGINE {
+    explicit BASBD(unsigned variables, SIZES /*of BuDDy's tables*/ = {})
+        : BASBD_ENGINE(BDD_STORE_METHOD(METHOD), variables)
     {
-        TECHMAP_SIG* order[max_variables];
-        for (unsigned i = 0; i < variables; ++i) {
-            order[i] = &signals[i];
-        }
-        manager_ = std::make_unique<BDD_MANAGER>(BDD_STORE_METHOD(METHOD),
-                                                 static_cast<unsigned short>(variables), order);
-        for (unsigned i = 0; i < variables; ++i) {
-            variables_[i] = node(static_cast<unsigned short>(i), basbdd_one, basbdd_zero);
-        }
     }
-
-    EDGE constant(bool value) { return value ? basbdd_one : basbdd_zero; }
-    EDGE variable(unsigned i) { return variables_[i]; } // kept, as BuDDy keeps them
-    EDGE node(unsigned short var, EDGE high, EDGE low)
-    {
-        return manager_->table->findoradd(var, high, low);
-    }
-    EDGE negate(EDGE f) { return edge_of(value_of(f) ^ 1U); }
-    EDGE conjunction(EDGE f, EDGE g) { return manager_->ifthenelse(f, g, basbdd_zero); }
-    EDGE disjunction(EDGE f, EDGE g) { return manager_->ifthenelse(f, basbdd_one, g); }
-    EDGE parity(EDGE f, EDGE g) { return manager_->ifthenelse(f, negate(g), g); }
-    EDGE choice(EDGE f, EDGE g, EDGE h) { return manager_->ifthenelse(f, g, h); }
-    EDGE cofactor(EDGE f, unsigned i, bool value) { return compose(f, i, constant(value)); }
-    EDGE compose(EDGE f, unsigned i, EDGE g)
-    {
-        return manager_->compose(f, static_cast<unsigned short>(i), g);
-    }
-    double models(EDGE f)
-    {
-        std::map<EDGE, double> shares{{constant(true), 1.0}, {constant(false), 0.0}};
-        return std::ldexp(share(f, shares), static_cast<int>(count_));
-    }
-
-private:
-    /// The share of ones, without a subtraction that would lose digits.
-    double share(EDGE f, std::map<EDGE, double>& shares)
-    {
-        auto known = shares.find(f);
-        if (known == shares.end()) {
-            BDD_NODE* const top = node_of(f);
-            const auto child = [&](EDGE e) { return share(top == f ? e : negate(e), shares); };
-            const double both = child(top->high) + child(top->low);
-            known = shares.emplace(f, both / 2).first;
-        }
-        return known->second;
-    }
-
-    unsigned count_;
-    std::unique_ptr<BDD_MANAGER> manager_;
-    EDGE variables_[max_variables];
 };
 
 /// How BuDDy is asked for AND, OR and XOR.
@@ -442,8 +373,9 @@ double bytes_per_node()
         const auto info = mallinfo2();
         return static_cast<double>(info.uordblks + info.hblkhd);
     };
+    constexpr unsigned variables = 125;
     const double before = used();
-    BASBD<METHOD> engine(max_variables);
+    BASBD<METHOD> engine(variables);
     for (unsigned short var = 0; var < 25; ++var) {
         for (unsigned i = 0; i < 40; ++i) {
             for (unsigned j = 0; j < 100; ++j) {
@@ -452,7 +384,7 @@ double bytes_per_node()
             }
         }
     }
-    return (used() - before) / (100000 + max_variables);
+    return (used() - before) / (100000 + variables);
 }
 
 } // namespace

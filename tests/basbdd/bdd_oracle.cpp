@@ -1,9 +1,6 @@
 #include "bdd_oracle.h"
 
 #include <algorithm>
-#include <cmath>
-#include <functional>
-#include <map>
 
 namespace bdd_oracle {
 
@@ -69,22 +66,6 @@ bool evaluate(BDD_NODE* e, unsigned assignment)
             return value;
         }
     }
-}
-
-double count_models(BDD_NODE* e, unsigned variables)
-{
-    // No share is subtracted from another: that would lose digits.
-    std::map<BDD_NODE*, double> shares{{basbdd_one, 1.0}, {basbdd_zero, 0.0}};
-    const std::function<double(BDD_NODE*)> share = [&](BDD_NODE* edge) {
-        const auto known = shares.find(edge);
-        if (known != shares.end()) {
-            return known->second;
-        }
-        const auto child = [&](BDD_NODE* c) { return share(is_marked(edge) ? negate(c) : c); };
-        const double both = child(node(edge)->high) + child(node(edge)->low);
-        return shares[edge] = both / 2;
-    };
-    return std::ldexp(share(e), static_cast<int>(variables));
 }
 
 bool is_canonical(BDD_NODE* e)

@@ -2,7 +2,7 @@
 /// @brief Plain recursive forms of the BDD operations, and managers over signals of their own.
 #pragma once
 
-#include "basbdd.h"
+#include "basbd_engine.h"
 #include "tree_oracle.h"
 
 #include <cstdint>
@@ -12,8 +12,6 @@ namespace bdd_oracle {
 
 inline std::uintptr_t bits(const BDD_NODE* e) { return reinterpret_cast<std::uintptr_t>(e); }
 inline bool is_marked(const BDD_NODE* e) { return (bits(e) & 1U) != 0; }
-// NOLINTNEXTLINE(performance-no-int-to-ptr): the mark is a bit of the address
-inline BDD_NODE* negate(BDD_NODE* e) { return reinterpret_cast<BDD_NODE*>(bits(e) ^ 1U); }
 inline BDD_NODE* node(BDD_NODE* e) { return is_marked(e) ? negate(e) : e; }
 
 /// The operations by their definitions, cofactor by cofactor, without a memo or a shortcut.
@@ -32,8 +30,6 @@ struct MANAGER {
 
 /// The value for the assignment whose bit i is the value of variable i.
 bool evaluate(BDD_NODE* e, unsigned assignment);
-/// Assignments of `variables` variables with the value 1.
-double count_models(BDD_NODE* e, unsigned variables);
 /// Whether every node below is reduced, with an unmarked high edge and variables ascending.
 bool is_canonical(BDD_NODE* e);
 

@@ -7,7 +7,6 @@
 #include <map>
 
 using bdd_oracle::MANAGER;
-using bdd_oracle::negate;
 
 namespace {
 

@@ -33,10 +33,6 @@ TEST(own_services, make_the_pool_at_load)
 {
     EXPECT_EQ(counting_pool::made_with().block, sizeof(BOOL_TNODE));
     EXPECT_EQ(counting_pool::made_with().blocks_per_chunk, 500U);
-    auto* node = new BOOL_TNODE(BOOL_OP_ONE);
-    EXPECT_EQ(counting_pool::live(), 1);
-    delete node;
-    EXPECT_EQ(counting_pool::live(), 0);
 }
 
 TEST(own_services, win_one_by_one)

@@ -34,7 +34,7 @@ struct BDDS {
         std::string all;
         for (const auto* f : {sum.get(), product.get(), made.get()}) {
             if (f != nullptr) {
-                all += std::to_string(bdd_oracle::count_models(f->bdd, variables)) + ' ' +
+                all += std::to_string(count_models(f->bdd, variables)) + ' ' +
                        std::to_string(f->nsuppt);
                 all.append(f->suppt, f->suppt + variables + 1);
             }
