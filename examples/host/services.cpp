@@ -48,7 +48,8 @@ void* UT_FASTMEM::getnewptr()
         constexpr std::size_t unit = sizeof(std::max_align_t);
         const std::size_t units = (state->block_size + unit - 1) / unit;
         state->free_blocks.reserve((state->chunks.size() + 1) * state->blocks_per_chunk);
-        state->chunks.emplace_back(new std::max_align_t[units * state->blocks_per_chunk]);
+        state->chunks.push_back(
+            std::make_unique<std::max_align_t[]>(units * state->blocks_per_chunk));
         for (std::size_t i = state->blocks_per_chunk; i-- > 0;) {
             state->free_blocks.push_back(&state->chunks.back()[i * units]);
         }
