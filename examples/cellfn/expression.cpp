@@ -90,6 +90,9 @@ private:
         if (name.empty()) {
             fail("expected a pin, a constant, '!' or '(' instead of " + shown(text.peek()));
         }
+        if (name.find_first_not_of("0123456789") == std::string::npos) {
+            fail("expected a pin, CONST0, CONST1, '!' or '(' instead of '" + name + "'");
+        }
         if (name == "CONST0" || name == "CONST1") {
             result.steps.push_back({name == "CONST0" ? step_kind::zero : step_kind::one});
             return;

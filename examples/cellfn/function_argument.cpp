@@ -69,7 +69,8 @@ void function_argument::read_equation(int width)
     } else {
         table.set_value_from_external_equation(width, given);
     }
-    refuse_messages("an equation like 'A B + !C' or 'B0*B1@~B2', or a column like 0x8F");
+    refuse_messages(is_internal ? "an equation in the internal format throughout, like 'B0*B1@~B2'"
+                                : "an equation like 'A B + !C', or a column like 0x8F");
     const std::string gap = elements.find_gap();
     if (!gap.empty()) {
         refuse(gap);

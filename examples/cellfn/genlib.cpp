@@ -114,6 +114,10 @@ void skip_statement(scanner& text)
 
 library read_genlib(std::string file, std::string_view text)
 {
+    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
+    if (text.substr(0, byte_order_mark.size()) == byte_order_mark) {
+        text.remove_prefix(byte_order_mark.size());
+    }
     library read{std::move(file), {}, {}};
     scanner source(text);
     const cell* owner = nullptr;
