@@ -19,6 +19,7 @@ int list(const std::string& file, bool tsv)
     {
         progress shown("cells", source.cells.size());
         for (const cell& each : source.cells) {
+            shown.begin_item(is_large(each.function));
             representations all(each.function);
             const std::string found = all.check();
             if (!found.empty()) {
@@ -39,7 +40,6 @@ int list(const std::string& file, bool tsv)
                 }
             }
             table.add(std::move(row));
-            shown.advance();
         }
     }
     if (tsv) {

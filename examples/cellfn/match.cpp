@@ -89,6 +89,7 @@ int match(const std::string& file, const std::string& function, int width, match
     progress shown("cells", source.cells.size());
     std::size_t matching = 0;
     for (const cell& each : source.cells) {
+        shown.begin_item();
         const matchable candidate(to_table(each.function));
         const bool is_match =
             match_cell(candidate, target, options, [&](const binding& connection) {
@@ -99,7 +100,6 @@ int match(const std::string& file, const std::string& function, int width, match
                                       wanted.inputs)});
             });
         matching += is_match ? 1 : 0;
-        shown.advance();
     }
     shown.hide();
     if (matching == 0) {

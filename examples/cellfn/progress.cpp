@@ -30,11 +30,11 @@ void progress::hide()
     }
 }
 
-void progress::advance()
+void progress::begin_item(bool is_long)
 {
-    ++done;
-    if (is_terminal && clock::now() >= next_time) {
-        std::cerr << clear_line << label << ": " << done << " of " << total << std::flush;
+    ++item;
+    if (is_terminal && (is_long || clock::now() >= next_time)) {
+        std::cerr << clear_line << label << ": " << item << " of " << total << std::flush;
         is_shown = true;
         next_time = clock::now() + interval;
     }

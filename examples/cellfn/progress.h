@@ -8,7 +8,7 @@
 
 namespace cellfn {
 
-/// @brief Shows `what: done of count` on standard error when that is a terminal and the work has
+/// @brief Shows `what: item of count` on standard error when that is a terminal and the work has
 /// taken a while; prints nothing anywhere else. The line is gone when the object is.
 class progress {
 public:
@@ -17,8 +17,9 @@ public:
     progress& operator=(const progress&) = delete;
     ~progress();
 
-    /// One more item is done.
-    void advance();
+    /// @brief The work on the next item begins.
+    /// @param is_long  it may take a while on its own, so it is shown at once
+    void begin_item(bool is_long = false);
 
     /// Takes the line away, for other output to come.
     void hide();
@@ -27,7 +28,7 @@ private:
     using clock = std::chrono::steady_clock;
     std::string label;
     std::size_t total;
-    std::size_t done = 0;
+    std::size_t item = 0;
     bool is_terminal;
     bool is_shown = false;
     clock::time_point next_time;

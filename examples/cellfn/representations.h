@@ -14,6 +14,9 @@
 
 namespace cellfn {
 
+/// Whether a function has so many assignments that comparing them all takes a while.
+inline bool is_large(const expression& source) { return source.pins.size() > 20; }
+
 /// @brief The truth table, the expression tree and the BDD of one expression.
 ///
 /// Table and tree are each built from the expression, the BDD is converted from the tree.

@@ -2,6 +2,7 @@
 #include "diagram.h"
 #include "dot.h"
 #include "function_argument.h"
+#include "progress.h"
 #include "representations.h"
 #include "text.h"
 
@@ -13,7 +14,12 @@ namespace cellfn {
 int show(const std::string& function, int width, graph wanted)
 {
     const function_argument argument(function, width);
-    representations all(argument.source());
+    progress shown("functions", 1);
+    const expression source = argument.source();
+    shown.begin_item(is_large(source));
+    representations all(source);
+    std::string found = all.check();
+    shown.hide();
     if (wanted == graph::bdd) {
         write_bdd_graph(std::cout, all.bdd);
     } else if (wanted == graph::tree) {
@@ -33,7 +39,6 @@ int show(const std::string& function, int width, graph wanted)
                   << "nodes     " << nodes_below(all.bdd.bdd).size() << " in the BDD, "
                   << all.tree.function.root->countleaves() << " leaves in the tree\n";
     }
-    std::string found = all.check();
     if (!(all.table.value == argument.table.value)) {
         found += "; the library reads the column " + argument.table.value.get_hex_string();
     }
