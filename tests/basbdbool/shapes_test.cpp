@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using tree_oracle::FUNC;
 using tree_oracle::shape;
 
@@ -21,6 +23,7 @@ struct ROW {
 
 void clean(BOOL_FUNC& f) { f.cleanbufs(); }
 void make_pure(BOOL_FUNC& f) { f.getpurefunc(); }
+void reduce(BOOL_FUNC& f) { delete std::exchange(f.root, f.root->reducetrivialsubtrees()); }
 void remove_a(BOOL_FUNC& f) { f.rmsigfromfunc(a); }
 void add_c(BOOL_FUNC& f) { f.addsigtofunc(c, 0); }
 void add_not_c(BOOL_FUNC& f) { f.addsigtofunc(c, 5); }
@@ -79,6 +82,8 @@ const ROW rows[] = {
     {"*(aB,c)", [](auto& f) { f.subsig1forsig2(c, a); }, "*(cB,c)", 2},
     {"*(0,+(1,a))", edit_no_signal, "*(0,+(1,a))", 1},
     {"*(~a,aA)", substitute_a, "*(+(b,a),~+(b,a))", 2},
+    {"a", [](auto& f) { f.setlogic0(); }, "0", 0},
+    {"*(a,1)", reduce, "a", 1},
     {"~1", [](auto& f) { f.buildcofactexpr(a, b, c); }, "+(*(a,b),*(~a,c))", 3},
     {"*(a,*(b,*(~c,d)))", break_off<1>, "*(a,*(b,~c))", 3},
     {"*(a,*(b,~*(~c,d)))", break_off<2>, "*(a,b)", 2},
