@@ -130,9 +130,10 @@ TEST(Rearrange, RandomTablesAlsoOfUnusualLength)
 TEST(Rearrange, IdentityIsRecognisedUnlessOneEntryDiffers)
 {
     std::mt19937 random(seed);
-    for (int width = 1; width <= 17; ++width) {
+    BOOL_TRUTH_TABLE table; // which grows and shrinks
+    for (int round = 1; round < 35; ++round) {
+        const int width = std::min(round, 35 - round);
         for (int input = 0; input < width; ++input) {
-            BOOL_TRUTH_TABLE table;
             table.set_identity_for_input(width, input);
             expect_gathered(table, table_of(1, {2}), width,
                             [&](auto x) { return x >> input & 1U; });
