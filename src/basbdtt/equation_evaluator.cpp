@@ -92,17 +92,16 @@ private:
     std::array<std::uint32_t, 2 * words_per_block> buffer;
 };
 
-/// @brief Appends the column of `list` over `width` inputs, at least 6, to the empty `column`.
-///
-/// Allocates before the first word is written, and not in `column`, which has the capacity.
-void write_column(step_list& list, int width, std::vector<std::uint32_t>& column)
+/// The steps to `result`, with room for all that `column_writer` adds to them.
+step_list steps_for_column(equation_program& program, const operand& result, int width)
 {
+    step_list list = steps_of(program, result);
     if (list.leaves.size() <= max_specialised_leaves && width > block_inputs) {
         const auto levels = static_cast<std::size_t>(width - block_inputs);
         list.steps.reserve((levels + 1) * list.steps.size());
         list.leaves.reserve((levels + 1) * list.leaves.size());
     }
-    column_writer(list, width, column).write(0, width);
+    return list;
 }
 
 } // namespace
@@ -112,7 +111,7 @@ void evaluate(equation_program& program, const operand& result, int width, BOOL_
     const std::size_t size = words_for_width(width);
     step_list list;
     if (width > pair_inputs) {
-        list = steps_of(program, result);
+        list = steps_for_column(program, result, width);
     }
     std::vector<std::uint32_t> fresh;
     const bool has_room = table.value.words.capacity() >= size;
@@ -120,9 +119,10 @@ void evaluate(equation_program& program, const operand& result, int width, BOOL_
     if (!has_room) {
         fresh.reserve(size);
     }
+    // Whatever can fail has been done: the old column may go.
     if (width > pair_inputs) {
         column.clear();
-        write_column(list, width, column);
+        column_writer(list, width, column).write(0, width);
     } else {
         std::array<std::uint32_t, 2> pair{};
         store_pair(pair.data(), result.payload & first_pair_mask(width));
