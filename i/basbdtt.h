@@ -71,7 +71,7 @@ public:
     /// ignored. The first character from the last backwards that cannot be stored changes nothing
     /// and sends one message to `ut_status`, before anything is allocated:
     ///
-    ///     Unexpected hexadecimal digit 'G'          a byte outside " " to "~" is shown as \x19
+    ///     Unexpected hexadecimal digit 'G'
     ///     Hexadecimal digit '1' beyond the column of width 3
     ///
     /// Where the column cannot be allocated, the old words stay and `bit_count` is the new one.

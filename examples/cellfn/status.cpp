@@ -1,5 +1,6 @@
 #include "status.h"
 
+#include "text.h"
 #include "ut_text.h"
 
 #include <cstdlib>
@@ -12,10 +13,11 @@ std::string messages;
 } // namespace
 
 /// Takes the place of the service in basbd::host: this program shows messages where they belong.
+/// The library quotes single bytes, and one above 127 alone is no character.
 void ut_status(const char* text)
 {
     messages += messages.empty() ? "" : "; ";
-    messages += text;
+    messages += cellfn::ascii(text);
     std::free(const_cast<char*>(text));
 }
 

@@ -13,6 +13,8 @@ std::string hexadecimal(char character)
     return {'\\', 'x', digits[byte / 16], digits[byte % 16]};
 }
 
+bool is_printable(char character) { return character >= ' ' && character <= '~'; }
+
 } // namespace
 
 std::string elide(const std::string& text, std::size_t limit)
@@ -40,16 +42,24 @@ std::string shown(char character)
     if (character == '\0') {
         return "the end of the text";
     }
-    const bool is_printable = character >= ' ' && character <= '~';
-    return "'" + (is_printable ? std::string(1, character) : hexadecimal(character)) + "'";
+    return "'" + ascii(std::string(1, character)) + "'";
+}
+
+std::string ascii(const std::string& message)
+{
+    std::string text;
+    for (const char c : message) {
+        text += is_printable(c) ? std::string(1, c) : hexadecimal(c);
+    }
+    return text;
 }
 
 std::string one_line(const std::string& message)
 {
     std::string line;
     for (const char c : message) {
-        const bool is_control = (c >= '\0' && c < ' ') || c == '\x7F';
-        line += is_control ? hexadecimal(c) : std::string(1, c);
+        const bool is_above_ascii = static_cast<unsigned char>(c) > '\x7F';
+        line += is_printable(c) || is_above_ascii ? std::string(1, c) : hexadecimal(c);
     }
     return line;
 }

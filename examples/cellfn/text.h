@@ -23,6 +23,9 @@ std::string joined(const std::vector<std::string>& words);
 /// A character as a message shows it: itself, or `\xHH` when it is no printable ASCII.
 std::string shown(char character);
 
+/// A message with every byte that is no printable ASCII as `\xHH`.
+std::string ascii(const std::string& message);
+
 /// A message with its control characters as `\xHH`, so that it stays on its line.
 std::string one_line(const std::string& message);
 

@@ -23,7 +23,8 @@ enum class refusal : std::uint8_t {
     no_element,
     blank_operand,
     bare_input_name,
-    input_beyond_width ///< detail: the input
+    input_beyond_width, ///< detail: the input
+    letter_beyond_width ///< the same, of an equation that names inputs by letters
 };
 
 /// The value of a piece of an equation. A refused piece stands in the place of its value, so that

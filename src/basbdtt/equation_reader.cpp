@@ -10,20 +10,11 @@ namespace basbdtt {
 
 namespace {
 
-/// A character as it stands, unless it would cut the message short or leave it no valid text.
-char* unexpected_element_message(unsigned char character)
-{
-    if (character == 0 || character > 127) {
-        return neoform("Unexpected equation element '\\x%02X'", unsigned{character});
-    }
-    return neoform("Unexpected equation element '%c'", character);
-}
-
 char* message_of(const operand& refused, int width)
 {
     switch (refused.why) {
     case refusal::unexpected_element:
-        return unexpected_element_message(static_cast<unsigned char>(refused.payload));
+        return neoform("Unexpected equation element '%c'", static_cast<int>(refused.payload));
     case refusal::unbalanced:
         return neoform("Unbalanced parentheses in equation");
     case refusal::no_element:
@@ -35,6 +26,9 @@ char* message_of(const operand& refused, int width)
     case refusal::input_beyond_width:
         return neoform("Equation input %d in a table of width %d",
                        static_cast<int>(refused.payload), width);
+    case refusal::letter_beyond_width:
+        return neoform("Equation input '%c' in a table of width %d",
+                       'A' + static_cast<int>(refused.payload), width);
     }
     std::abort(); // there is no other refusal
 }

@@ -76,6 +76,7 @@ void report_refusal(const operand& refused, int width);
 /// - `elements`: what each character is;
 /// - `negation_outranks_group`: a negation is chosen before a group on its left, not only after it;
 /// - `blank`: the value of a blank operand;
+/// - `beyond_width`: why an input is refused that is not below the width;
 /// - `read_input(text, position)`: the name that starts there;
 /// - `prefix(text, position)`: the length of what is removed from the start of a group's text.
 template <typename Grammar>
@@ -210,9 +211,9 @@ private:
 
     operand leaf(int number)
     {
-        return number < width ? operations_of_text.of_input(number)
-                              : operand::refused(refusal::input_beyond_width,
-                                                 static_cast<std::uint64_t>(number));
+        return number < width
+                   ? operations_of_text.of_input(number)
+                   : operand::refused(Grammar::beyond_width, static_cast<std::uint64_t>(number));
     }
 
     void take_leaf(const operand& value)

@@ -22,6 +22,7 @@ struct external_grammar {
     static constexpr element_table elements = external_elements();
     static constexpr bool negation_outranks_group = true;
     static constexpr operand blank = operand::constant(true);
+    static constexpr refusal beyond_width = refusal::letter_beyond_width;
 
     /// A letter is joined with whatever follows it unless that is a `)` or an operator.
     static input_name read_input(const std::string& text, std::size_t position)

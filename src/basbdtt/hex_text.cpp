@@ -91,10 +91,7 @@ void report_misuse(std::string_view text, std::size_t digits, int width)
     for (std::size_t k = 0; k < text.size(); ++k) {
         const char c = text[text.size() - 1 - k];
         if (!is_digit(c)) {
-            const bool printable = c >= ' ' && c <= '~';
-            ut_status(neoform(printable ? "Unexpected hexadecimal digit '%c'"
-                                        : "Unexpected hexadecimal digit '\\x%02X'",
-                              static_cast<unsigned char>(c)));
+            ut_status(neoform("Unexpected hexadecimal digit '%c'", static_cast<unsigned char>(c)));
             return;
         }
         if (k >= digits && c != '0') {

@@ -20,6 +20,7 @@ struct internal_grammar {
     static constexpr element_table elements = internal_elements();
     static constexpr bool negation_outranks_group = false;
     static constexpr operand blank = operand::refused(refusal::blank_operand);
+    static constexpr refusal beyond_width = refusal::input_beyond_width;
 
     static bool is_digit(const std::string& text, std::size_t position)
     {

@@ -6,7 +6,6 @@
 #include "basbdtt.h"
 
 #include <cstdint>
-#include <cstdio>
 #include <string>
 
 /// Reads texts over up to six inputs into a column, or throws the message as a `std::string`.
@@ -66,12 +65,8 @@ private:
         while (rank < 5 && by_rank[external ? 1 : 0][rank].find(c) == std::string::npos) {
             ++rank;
         }
-        const auto byte = static_cast<unsigned char>(c);
-        char shown[5] = {c};
-        if (byte == 0 || byte > 127) {
-            std::snprintf(shown, sizeof shown, "\\x%02X", unsigned{byte});
-        }
-        require(rank < 5, std::string("Unexpected equation element '") + shown + "'");
+        const std::string message = std::string("Unexpected equation element '") + c + "'";
+        require(rank < 5, message.c_str()); // a zero byte ends it
         return rank;
     }
 
@@ -113,8 +108,10 @@ private:
 
     std::uint64_t projection(int input) const
     {
-        require(input < width, "Equation input " + std::to_string(input) + " in a table of width " +
-                                   std::to_string(width));
+        const std::string name = external ? std::string{'\'', static_cast<char>('A' + input), '\''}
+                                          : std::to_string(input);
+        require(input < width,
+                "Equation input " + name + " in a table of width " + std::to_string(width));
         std::uint64_t column = 0;
         for (unsigned x = 0; x < 1U << width; ++x) {
             column |= std::uint64_t{x >> input & 1U} << x;
