@@ -92,6 +92,14 @@ struct equation {
     }
 };
 
+equation join(const equation& left, char op, const equation& right)
+{
+    equation result = left;
+    result.join(op, right);
+    result.text = "(" + result.text + ")";
+    return result;
+}
+
 std::vector<equation> literals(int width)
 {
     std::vector<equation> made;
@@ -123,9 +131,8 @@ TEST(EquationReader, JoinsInputsOfAnyNumber)
         std::vector<equation> made = literals(width);
         made.push_back({"1", one});
         for (unsigned joins = round % 100 == 0 ? 1000 : round % 64; joins > 0; --joins) {
-            equation result = made[random() % made.size()];
-            result.join("*@+"[random() % 3], made[random() % made.size()]);
-            result.text = "(" + result.text + ")";
+            equation result = join(made[random() % made.size()], "*@+"[random() % 3],
+                                   made[random() % made.size()]);
             if (random() % 2 == 0) {
                 result.column ^= one;
                 result.text = "~" + result.text;
@@ -136,12 +143,15 @@ TEST(EquationReader, JoinsInputsOfAnyNumber)
     }
 }
 
-/// More terms than are joined at a time, and more than an input is fixed in.
+/// More terms than are joined at a time, and more than an input is fixed in. What they are joined
+/// with is in some blocks, by the inputs 12 and 13, one operand of a product.
 TEST(EquationReader, JoinsManyTerms)
 {
     std::mt19937 random(12);
     constexpr int width = 14;
     const std::vector<equation> made = literals(width);
+    const equation low = join(join(made[0], '*', made[12]), '+', join(made[2], '*', made[14]));
+    const equation product = join(join(made[24], '@', made[26]), '*', low);
     for (const char op : {'*', '@', '+'}) {
         for (const int terms : {50, 1500}) {
             equation all = made[0];
@@ -153,7 +163,8 @@ TEST(EquationReader, JoinsManyTerms)
                 next.text = "(" + next.text + ")";
                 all.join(op, next);
             }
-            expect_column(all, width);
+            all.text = "(" + all.text + ")";
+            expect_column(join(product, op, all), width);
         }
     }
 }
