@@ -89,6 +89,9 @@ public:
 ///       1     0 0 1          entry x is bit x of `value`
 ///       2     0 1 0 ...
 ///
+/// A table may keep the memory of the longest column that it had, 32 MiB after width 28;
+/// `table.value.words.shrink_to_fit()` gives the excess back.
+///
 /// Evaluate an assignment: `table.value.words[x / 32] >> (x % 32) & 1`.
 /// Print: `get_external_equation()`, `get_internal_equation()` or `value.get_hex_string()`.
 class BASBD_API BOOL_TRUTH_TABLE {
@@ -153,7 +156,8 @@ public:
     ///
     /// Works in place, as does the exchange of two inputs. Both `rotate_inputs` and this leave a
     /// column of exactly 2^width bits, and the old column where an allocation fails; a width that
-    /// was set above 30 stops them as it does the column's constructor: "width<=30".
+    /// was set above 30 stops them as it does the column's constructor: "width<=30". Only
+    /// `rotate_inputs(i, i)` returns without a look at column or width.
     /// @param input  "input>=0 && input<get_width()"
     void invert_input(int input);
 
