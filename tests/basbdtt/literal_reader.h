@@ -66,7 +66,7 @@ private:
             ++rank;
         }
         const std::string message = std::string("Unexpected equation element '") + c + "'";
-        require(rank < 5, message.c_str()); // a zero byte ends it
+        require(rank < 5, message.substr(0, message.find('\0'))); // a zero byte ends it
         return rank;
     }
 
