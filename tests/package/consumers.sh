@@ -20,17 +20,24 @@ expect() {
 cmake --install "$build" --prefix "$scratch/first" >/dev/null
 mv "$scratch/first" "$scratch/installed" # an installed tree can be moved
 
-cmake -G Ninja -S "$consumer/cmake" -B "$scratch/cmake" -DCMAKE_PREFIX_PATH="$scratch/installed" >/dev/null
-cmake --build "$scratch/cmake" >/dev/null
-expect "$scratch/cmake/consumer"
-
 PKG_CONFIG_PATH=$(dirname "$(find "$scratch/installed" -name basbd.pc)")
 export PKG_CONFIG_PATH
 libdir=$(pkg-config --variable=libdir basbd)
-# shellcheck disable=SC2046 # a list of words
-${CXX:-c++} -std=c++17 "$consumer/main.cpp" -o "$scratch/plain" \
-    $(pkg-config --cflags --libs basbd) -Wl,-rpath,"$libdir"
-expect "$scratch/plain"
+
+# Nothing in the program names a service, and the linkers that are at hand must keep libbasbdhost.
+for linker in bfd gold lld; do
+    command -v "ld.$linker" >/dev/null || continue
+    flags="-fuse-ld=$linker -Wl,--as-needed"
+    cmake -S "$consumer/cmake" -B "$scratch/$linker" -DCMAKE_PREFIX_PATH="$scratch/installed" \
+        -DCMAKE_EXE_LINKER_FLAGS="$flags" >/dev/null
+    cmake --build "$scratch/$linker" >/dev/null
+    expect "$scratch/$linker/consumer"
+
+    # shellcheck disable=SC2046,SC2086 # lists of words
+    ${CXX:-c++} -std=c++17 $flags "$consumer/main.cpp" -o "$scratch/plain" \
+        $(pkg-config --cflags --libs basbd) -Wl,-rpath,"$libdir"
+    expect "$scratch/plain"
+done
 
 cmake -G Ninja -S "$consumer/subdirectory" -B "$scratch/subdirectory" \
     -DBASBD_SOURCE_DIR="$source" >/dev/null
