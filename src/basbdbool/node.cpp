@@ -120,7 +120,12 @@ BOOL_TNODE::BOOL_TNODE(BOOL_TNODE* src) : BOOL_TNODE()
 
 void* BOOL_TNODE::operator new(std::size_t /*size*/) { return fstmem->getnewptr(); }
 
-void BOOL_TNODE::operator delete(void* block) { fstmem->free(block); }
+void BOOL_TNODE::operator delete(void* block)
+{
+    if (block != nullptr) { // a compiler may pass it on from a deletion of null
+        fstmem->free(block);
+    }
+}
 
 BOOL_TNODE* new_leaf(TECHMAP_SIG* sig) { return new BOOL_TNODE(BOOL_OP_SIG, sig); }
 

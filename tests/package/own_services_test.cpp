@@ -33,6 +33,8 @@ TEST(own_services, make_the_pool_at_load)
 {
     EXPECT_EQ(counting_pool::made_with().block, sizeof(BOOL_TNODE));
     EXPECT_EQ(counting_pool::made_with().blocks_per_chunk, 500U);
+    BOOL_TNODE::operator delete(nullptr);
+    EXPECT_EQ(counting_pool::live(), 0) << "null is no block";
 }
 
 TEST(own_services, win_one_by_one)
