@@ -1,6 +1,6 @@
 #!/bin/sh
 # The library exports what the committed list says, and none of the host's services but the load
-# identifier; the stand-in exports services and nothing else.
+# identifier, binds them all at load and stays; the stand-in exports services and nothing else.
 # usage: symbols_test.sh LIBRARY STAND_IN
 set -eu
 cd "$(dirname "$0")"
@@ -13,6 +13,10 @@ if ! ./symbols.sh "$1" | diff -u exported_symbols.txt -; then
 fi
 if ./symbols.sh "$1" | grep -E "$service"; then
     echo "the library defines host services" >&2
+    exit 1
+fi
+if ! readelf -dW "$1" | grep -q 'Flags: NOW NODELETE'; then
+    echo "the library binds its services late, or can be unloaded" >&2
     exit 1
 fi
 if ./symbols.sh "$2" | grep -vE "$service"; then
