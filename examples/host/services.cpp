@@ -59,6 +59,7 @@ void* UT_FASTMEM::getnewptr()
     return block;
 }
 
+// There is room for the block: getnewptr reserved it for all that it made.
 void UT_FASTMEM::free(void* block) { state->free_blocks.push_back(block); }
 
 // ---- Hash table.
@@ -76,13 +77,13 @@ public:
             return table->comp_func(key, entry) == 0;
         }
     };
-    std::unordered_set<void*, hooked_hash, hooked_equality> entries;
+    using entry_set = std::unordered_set<void*, hooked_hash, hooked_equality>;
+    entry_set entries;
 };
 
 // The size is a hint. Small functions have tables of a few entries, so this host starts small.
 UT_HASH::UT_HASH(unsigned int /*size*/, unsigned char keep_flag)
-    : state(new STATE{
-          decltype(STATE::entries)(0, STATE::hooked_hash{this}, STATE::hooked_equality{this})}),
+    : state(new STATE{STATE::entry_set(0, STATE::hooked_hash{this}, STATE::hooked_equality{this})}),
       flag(keep_flag)
 {
 }
@@ -109,11 +110,12 @@ void* UT_HASH::s_remove(const void* key)
     return entry;
 }
 
-// The entries leave the table before the first is freed: no hook sees a freed one.
+// The entries leave the table before the first is freed: no hook sees a freed one. They leave by a
+// swap, for this is called by a destructor and must not run out of memory.
 void UT_HASH::process_and_kill(unsigned char kill, void (*each)(void*))
 {
-    const std::vector<void*> taken(state->entries.begin(), state->entries.end());
-    state->entries.clear();
+    STATE::entry_set taken(0, state->entries.hash_function(), state->entries.key_eq());
+    taken.swap(state->entries);
     for (void* entry : taken) {
         if (each != nullptr) {
             each(entry);
@@ -135,12 +137,12 @@ public:
             return tree->comp_func(key, static_cast<const char*>(entry)) < 0;
         }
     };
-    std::set<void*, hooked_order> entries;
+    using entry_set = std::set<void*, hooked_order>;
+    entry_set entries;
 };
 
 UT_BTR_TREE::UT_BTR_TREE(unsigned char keep_flag)
-    : state(new STATE{std::set<void*, STATE::hooked_order>(STATE::hooked_order{this})}),
-      flag(keep_flag)
+    : state(new STATE{STATE::entry_set(STATE::hooked_order{this})}), flag(keep_flag)
 {
 }
 
@@ -168,8 +170,8 @@ void* UT_BTR_TREE::s_remove(const void* key)
 
 void UT_BTR_TREE::flush(void (*each)(void**, void*))
 {
-    const std::vector<void*> taken(state->entries.begin(), state->entries.end());
-    state->entries.clear();
+    STATE::entry_set taken(state->entries.key_comp());
+    taken.swap(state->entries);
     for (void* entry : taken) {
         if (each != nullptr) {
             each(&entry, nullptr);
