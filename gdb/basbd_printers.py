@@ -9,9 +9,24 @@ import gdb.printing
 HEX_DIGITS_SHOWN = 64
 TREE_NODES_SHOWN = 100
 
-VARIABLE_NAMES = "A B C D E F G I J K L M N O P QX QY".split()
+DEFAULT_NAMES = "A B C D E F G I J K L M N O P QX QY".split()
 OPERATORS = {0: "*", 1: "@", 2: "+"}
 CONSTANT_VARIABLE = 0xFFFF
+
+
+def variable_name(number):
+    """The text that the program chose for a variable; the default one where that cannot be seen."""
+    for scope in ("basbdbool::", ""):
+        try:
+            table = gdb.parse_and_eval("(char ***) &'%s(anonymous namespace)::varnametbl'" % scope)
+            chosen = table.dereference()
+            if int(chosen) == 0:
+                break  # none yet
+            text = chosen[number]
+            return text.string() if int(text) != 0 else "unnamed_%d" % number
+        except gdb.error:
+            continue  # no such symbol: the library was stripped
+    return DEFAULT_NAMES[number]
 
 
 def column_text(column):
@@ -63,7 +78,7 @@ class TreeWriter:
         if op == 21 or op == 22:
             return "1" if op == 21 else "0"
         if 4 <= op <= 20:
-            return VARIABLE_NAMES[op - 4]
+            return variable_name(op - 4)
         if op == 3:
             return "sig_%x" % int(node["left"])
         left = self.operand(node["left"], int(node["lcompl"]))
@@ -134,28 +149,54 @@ class BddFunctionPrinter:
         return "support %s, %s" % (support, edge_text(self.value["bdd"]))
 
 
+# The printers with the classes that they look into.
 PRINTERS = {
-    "TRUTH_TABLE_VAL": ColumnPrinter,
-    "BOOL_TRUTH_TABLE": TablePrinter,
-    "BOOL_TNODE": TreePrinter,
-    "BOOL_FUNC": FunctionPrinter,
-    "BDD_NODE": NodePrinter,
-    "BDD_FUNC": BddFunctionPrinter,
+    "TRUTH_TABLE_VAL": (ColumnPrinter, ["TRUTH_TABLE_VAL"]),
+    "BOOL_TRUTH_TABLE": (TablePrinter, ["BOOL_TRUTH_TABLE", "TRUTH_TABLE_VAL"]),
+    "BOOL_TNODE": (TreePrinter, ["BOOL_TNODE"]),
+    "BOOL_FUNC": (FunctionPrinter, ["BOOL_FUNC", "BOOL_TNODE"]),
+    "BDD_NODE": (NodePrinter, ["BDD_NODE"]),
+    "BDD_FUNC": (BddFunctionPrinter, ["BDD_FUNC", "BDD_NODE"]),
+    "edge": (EdgePrinter, ["BDD_NODE"]),
 }
 
 
+def is_described(class_name):
+    try:
+        return len(gdb.lookup_type(class_name).fields()) > 0
+    except gdb.error:
+        return False
+
+
 class Lookup(gdb.printing.PrettyPrinter):
-    """Finds the printer by class name; a pointer to BDD_NODE is an edge."""
+    """Finds the printer by class name; a pointer to BDD_NODE is an edge.
+
+    A compiler may leave a class out of the debug information of a program that does not define it.
+    """
 
     def __init__(self):
         super().__init__("basbd")
+        self.hinted = set()
 
     def __call__(self, value):
         kind = value.type.unqualified().strip_typedefs()
+        name = kind.name
         if kind.code == gdb.TYPE_CODE_PTR and kind.target().unqualified().name == "BDD_NODE":
-            return EdgePrinter(value)
-        printer = PRINTERS.get(kind.name)
-        return printer(value) if printer else None
+            name = "edge"
+        if name not in PRINTERS:
+            return None
+        printer, classes = PRINTERS[name]
+        missing = [each for each in classes if not is_described(each)]
+        if not missing:
+            return printer(value)
+        if missing[0] not in self.hinted:
+            self.hinted.add(missing[0])
+            gdb.write(
+                "basbd: no debug information on %s; clang adds it with -fstandalone-debug\n"
+                % missing[0],
+                gdb.STDERR,
+            )
+        return None
 
 
 gdb.printing.register_pretty_printer(gdb.current_objfile(), Lookup(), replace=True)

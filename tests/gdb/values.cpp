@@ -19,11 +19,12 @@ int main()
 
     TECHMAP_SIG s;
     TECHMAP_SIG t;
-    BOOL_FUNC tree(BOOL_FUNC_AND, nullptr, BOOL_VAR_QY);
+    const char* names[] = {"in", "clock"};
+    BOOL_FUNC tree(BOOL_FUNC_AND, names, BOOL_VAR_B);
     tree.addsigtofunc(&s, 0);
     tree.addsigtofunc(&t, 1);
     tree.setvarname(&s, BOOL_VAR_A);
-    tree.setvarname(&t, BOOL_VAR_QX);
+    tree.setvarname(&t, BOOL_VAR_B);
 
     TECHMAP_SIG* sigs[] = {&s, &t};
     BDD_MANAGER manager(BDD_STORE_HASH, 2, sigs);
