@@ -391,6 +391,7 @@ double bytes_per_node()
 
 int main()
 {
+    bench::print_heading("BDDs", "BuDDy");
     std::printf("bytes per node: hash store %.1f, tree store %.1f\n",
                 bytes_per_node<BDD_STORE_HASH>(), bytes_per_node<BDD_STORE_TREE>());
     measure_cells();

@@ -170,6 +170,12 @@ void print_peak()
 
 int main()
 {
+    bench::print_heading("Equation readers and writers", "moving text and column once");
+    std::printf("(below each row, width by width:");
+    for (const int width : widths) {
+        std::printf(" %d", width);
+    }
+    std::puts(")");
     print_peak();
     compare(true);
     compare(false);

@@ -7,9 +7,7 @@
 #include <memory>
 #include <random>
 
-class TECHMAP_SIG {
-    char unused;
-};
+class TECHMAP_SIG {};
 
 namespace {
 
@@ -207,7 +205,7 @@ int main()
         bench::print_row(name, {bench::ratio(work, floor)}, goal);
     };
 
-    std::puts("against malloc and free of as many blocks");
+    bench::print_heading("Expression trees", "malloc and free of as many blocks");
     const auto build = [] {
         for (int count = 2; count <= most_signals; ++count) {
             BOOL_FUNC function(type_of(count), nullptr, BOOL_VAR_A);

@@ -281,6 +281,7 @@ void hexadecimal()
 
 int main()
 {
+    bench::print_heading("Truth tables", "moving the same bytes once");
     constants();
     combining();
     equality();

@@ -80,6 +80,13 @@ inline double geometric_mean(const std::vector<double>& values)
     return std::exp(sum / static_cast<double>(values.size()));
 }
 
+/// What a program measures, and the columns of its rows.
+inline void print_heading(const char* what, const char* partner)
+{
+    std::printf("%s: CPU time as a multiple of that of %s\n%-44s %8s  %11s\n", what, partner, "",
+                "multiple", "at most");
+}
+
 /// One row of a result table: the geometric mean of the ratios against the goal.
 inline void print_row(const std::string& name, const std::vector<double>& ratios, double goal)
 {
