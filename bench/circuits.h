@@ -125,7 +125,7 @@ struct symmetric20 {
     {
         const auto exactly = counts(e, variables);
         EDGES<ENGINE> primes;
-        for (const unsigned k : {2, 3, 5, 7, 11, 13, 17, 19}) {
+        for (const unsigned k : {2U, 3U, 5U, 7U, 11U, 13U, 17U, 19U}) {
             primes.push_back(exactly[k]);
         }
         return {any_of(e, primes)};

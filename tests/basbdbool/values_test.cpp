@@ -156,7 +156,7 @@ TEST(values, questions)
 {
     for_random_functions(true, [](BOOL_FUNC& f, auto& random) {
         const auto name = static_cast<BOOL_VARNAME>(random() % signals);
-        TECHMAP_SIG* const sig = signal(name);
+        TECHMAP_SIG* const sig = signal(static_cast<unsigned>(name));
         f.root->unmarknodes();
         f.root->markusage();
         std::map<BOOL_TNODE*, unsigned> counts;

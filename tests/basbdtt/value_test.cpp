@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <random>
+#include <utility>
 
 namespace {
 
@@ -60,7 +61,7 @@ TEST(Value, ColumnsOfAnyTwoLengthsAreCombinedAndCompared)
         check([](auto& a, const auto& b) { a ^= b; }, std::bit_xor<>());
         check([](auto& a, const auto& b) { a |= b; }, std::bit_or<>());
         check([](auto& a, const auto& b) { a &= b; }, std::bit_and<>());
-        own ^= own;
+        own ^= std::as_const(own);
         ASSERT_TRUE(own == TRUTH_TABLE_VAL(1, 0));
     }
 }

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the library and builds a small user of it in three ways.
-# usage: consumers.sh SOURCE_DIR BUILD_DIR
+# usage: CXX=COMPILER consumers.sh SOURCE_DIR BUILD_DIR
 set -eu
 source=$1
 build=$2
@@ -34,7 +34,7 @@ for linker in bfd gold lld; do
     expect "$scratch/$linker/consumer"
 
     # shellcheck disable=SC2046,SC2086 # lists of words
-    ${CXX:-c++} -std=c++17 $flags "$consumer/main.cpp" -o "$scratch/plain" \
+    "$CXX" -std=c++17 $flags "$consumer/main.cpp" -o "$scratch/plain" \
         $(pkg-config --cflags --libs basbd) -Wl,-rpath,"$libdir"
     expect "$scratch/plain"
 done

@@ -76,7 +76,7 @@ template <typename STORE>
 class stores : public testing::Test {
 };
 using STORE_TYPES = testing::Types<hash_store, tree_store>;
-TYPED_TEST_SUITE(stores, STORE_TYPES);
+TYPED_TEST_SUITE(stores, STORE_TYPES, );
 
 /// Random additions and removals.
 void work(UT_STORE& store, std::set<unsigned>& numbers, std::deque<record>& records, unsigned range)
