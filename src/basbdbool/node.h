@@ -13,13 +13,13 @@ inline bool is_constant(const BOOL_TNODE& node)
 
 inline bool is_operator(const BOOL_TNODE* node) { return node != nullptr && !basbd_is_leaf(*node); }
 
-/// @brief Whether `node` is a leaf of `sig`, named or not; also for operators.
+/// @brief Whether `node` is a leaf of `sig`, named or not. A constant's null is no signal.
 ///
-/// What an operator has in the slot of the signal is the address of a node, and a constant has
-/// null, which is no signal.
+/// The address is compared first, for it seldom matches; that of a signal which the host has freed
+/// may be the address of an operator's child by now.
 inline bool is_leaf_of(const BOOL_TNODE& node, const TECHMAP_SIG* sig)
 {
-    return basbd_leaf_signal(node) == sig && sig != nullptr;
+    return basbd_leaf_signal(node) == sig && sig != nullptr && basbd_is_leaf(node);
 }
 
 inline void toggle(unsigned char& flag) { flag ^= 1U; }

@@ -35,11 +35,19 @@ void substitute_a(BOOL_FUNC& f)
     EXPECT_EQ(shape(other), "~+(b,a)");
 }
 
+/// Asks for signals that no leaf holds: none, and a freed one where an operator's child is now.
 void edit_no_signal(BOOL_FUNC& f)
 {
-    f.setsigto1(nullptr);
-    f.subsig1forsig2(b, nullptr);
-    EXPECT_FALSE(f.root->issiginsuppt(nullptr));
+    for (void* const address :
+         {static_cast<void*>(nullptr), static_cast<void*>(f.root->right->left)}) {
+        auto* const sig = static_cast<TECHMAP_SIG*>(address);
+        f.setsigto1(sig);
+        f.subsig1forsig2(b, sig);
+        f.complsiginfunc(sig);
+        f.substfnforsig(sig, std::make_unique<FUNC>("b").get());
+        f.root->rmsigfromtree(sig);
+        EXPECT_FALSE(f.root->issiginsuppt(sig) || f.root->issigcompl(sig));
+    }
 }
 
 template <int SIZE>
@@ -80,7 +88,7 @@ const ROW rows[] = {
     {"*(~a,@(a,b))", [](auto& f) { f.complsiginfunc(a); }, "*(a,@(~a,b))", 2},
     {"+(aX,*(aY,aA))", [](auto& f) { f.exchangexy(); }, "+(aY,*(aX,aA))", 1},
     {"*(aB,c)", [](auto& f) { f.subsig1forsig2(c, a); }, "*(cB,c)", 2},
-    {"*(0,+(1,a))", edit_no_signal, "*(0,+(1,a))", 1},
+    {"*(0,~+(1,a))", edit_no_signal, "*(0,~+(1,a))", 1},
     {"*(~a,aA)", substitute_a, "*(+(b,a),~+(b,a))", 2},
     {"a", [](auto& f) { f.setlogic0(); }, "0", 0},
     {"*(a,1)", reduce, "a", 1},
