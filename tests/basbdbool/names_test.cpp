@@ -49,8 +49,8 @@ TEST(names, first_list_wins)
 {
     std::string own = "mine";
     const char* list[] = {own.c_str()};
-    const BOOL_FUNC first(list, BOOL_VAR_A);
-    own = "gone"; // the table has its own copy
+    const BOOL_FUNC first(list, static_cast<BOOL_VARNAME>(0x10000)); // 16 bits count: one name
+    own = "gone";                                                    // the table has its own copy
     const BOOL_FUNC second(BOOL_FUNC_OR, texts, BOOL_VAR_QY);
     EXPECT_EQ(text_of("+(aA,bB)"), "mine+ F:mine");
     EXPECT_EQ(host_recorder::take_report_lines(), std::vector<int>{436});
