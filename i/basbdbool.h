@@ -92,9 +92,9 @@ public:
     static UT_FASTMEM* fstmem; ///< the pool that every node comes from; made at load, never freed
 
     /// @name Making and freeing nodes
-    /// A node owns nothing: to delete it leaves its children alone. The constructors take the
-    /// fields as they come and leave `usage` at 0; a flag other than 0 and 1 has no meaning, and
-    /// its upper bits may change.
+    /// A node owns nothing: to delete it leaves its children alone. The constructors leave `usage`
+    /// at 0 and keep bit 0 of a flag. A host that writes flags itself writes 0 or 1: walks that
+    /// visit each node once mark it in bit 7 of `lcompl`, and pass over a node that has it set.
     /// @{
     BOOL_TNODE();                          ///< an operator, AND until the creator sets `op`
     explicit BOOL_TNODE(char op);          ///< an operator without children, or a constant
@@ -111,6 +111,8 @@ public:
 
     static void* operator new(std::size_t size); ///< a block of the pool
     static void operator delete(void* block);    ///< returns one node's block to the pool
+    static void* operator new[](std::size_t size) = delete; ///< the pool has single blocks only
+    static void operator delete[](void* block) = delete;    ///< the pool has single blocks only
 
     /// @brief Clears `usage` in every node, leaves included.
     ///

@@ -100,56 +100,42 @@ public:
             write_leaf(*root);
             return text;
         }
-        TREE_PATH path(root);
-        for (bool left_is_done = false;;) {
-            const BOOL_TNODE& node = *path.node();
-            if (!left_is_done && begin_left_operand(node)) {
-                path.descend_left();
-                continue;
-            }
-            left_is_done = false;
-            if (begin_right_operand(node)) {
-                path.descend_right();
-                continue;
-            }
-            while (!left_is_done) {
-                if (path.at_start()) {
-                    return text;
-                }
-                left_is_done = path.ascend() == SIDE::LEFT;
-                if (left_is_done || right_needs_parentheses(*path.node())) {
+        walk(
+            root, [&](const BOOL_TNODE& node) { return begin_left_operand(node); },
+            [&](const BOOL_TNODE& node) { return begin_right_operand(node); },
+            [&](const BOOL_TNODE& node, SIDE side) {
+                if (side == SIDE::LEFT || right_needs_parentheses(node)) {
                     text.put_anywhere(')');
                 }
-            }
-        }
+            });
+        return text;
     }
 
 private:
     /// Writes a left operand that is a leaf, and what stands before any other.
-    /// @return whether there is another
-    bool begin_left_operand(const BOOL_TNODE& node)
+    WALK begin_left_operand(const BOOL_TNODE& node)
     {
         text.enter_node();
         if (node.left == nullptr) {
             text.put('0');
-            return false;
+            return WALK::PAST;
         }
         if (node.lcompl != 0) {
             text.put('~');
         }
         if (basbd_is_leaf(*node.left)) {
             write_leaf(*node.left);
-            return false;
+            return WALK::PAST;
         }
         text.put('(');
-        return true;
+        return WALK::BELOW;
     }
 
     /// Writes a right operand that is a leaf, and what stands before any other.
-    bool begin_right_operand(const BOOL_TNODE& node)
+    WALK begin_right_operand(const BOOL_TNODE& node)
     {
         if (node.left == nullptr || node.right == nullptr) {
-            return false;
+            return WALK::PAST;
         }
         text.make_room();
         write_operator(node.op);
@@ -158,12 +144,12 @@ private:
         }
         if (basbd_is_leaf(*node.right)) {
             write_leaf(*node.right);
-            return false;
+            return WALK::PAST;
         }
         if (right_needs_parentheses(node)) {
             text.put('(');
         }
-        return true;
+        return WALK::BELOW;
     }
 
     void write_operator(signed char op)

@@ -30,28 +30,67 @@ void replace_tree(BOOL_FUNC& function, OWNED_TREE tree)
     free_tree(std::exchange(function.root, tree.release()));
 }
 
-/// Gives a function an unshared tree, which is simplified, and counts the support anew.
-/// @param kept  null, or a tree that may share nodes with the one that goes, and stays whole
-void replace_by_simplified(BOOL_FUNC& function, OWNED_TREE tree, BOOL_TNODE* kept = nullptr)
+/// Simplifies the unshared tree of a function and counts the support anew.
+void simplify(BOOL_FUNC& function, LATER_REPORTS& reports) noexcept
 {
-    LATER_REPORTS reports;
-    BOOL_TNODE* const reduced =
-        is_operator(tree.get()) ? reduce_tree(tree.get(), reports) : tree.get();
-    if (reduced != tree.get()) {
-        delete_node(tree.release());
-        tree.reset(reduced);
-        if (take_own_complement(*reduced)) {
-            toggle(function.rootcompl);
-        }
-    }
-    if (function.rootcompl != 0 && is_constant(*tree)) {
-        tree->complsubtree();
+    BOOL_TNODE above(BOOL_OP_AND, function.root, function.rootcompl, nullptr, 0);
+    reduce_operands(&above, reports);
+    function.root = above.left;
+    function.rootcompl = above.lcompl;
+    if (function.rootcompl != 0 && is_constant(*function.root)) {
+        function.root->complsubtree();
         function.rootcompl = 0;
     }
-    free_tree(std::exchange(function.root, tree.release()), kept);
     function.nsuppt = support_of(function.root);
+}
+
+/// Gives a function an unshared tree in place of its own, and simplifies it.
+void replace_by_simplified(BOOL_FUNC& function, OWNED_TREE tree)
+{
+    LATER_REPORTS reports;
+    replace_tree(function, std::move(tree));
+    simplify(function, reports);
     reports.send();
 }
+
+/// @brief What a function was before a part of it was detached.
+///
+/// Made that again at the end of the scope, unless `let_go` was called.
+class BROKEN_FUNCTION {
+public:
+    BROKEN_FUNCTION(BOOL_FUNC& broken, BOOL_FUNC& detached)
+        : function(broken), part(detached), root(broken.root), nsuppt(broken.nsuppt),
+          rootcompl(broken.rootcompl)
+    {
+    }
+    BROKEN_FUNCTION(const BROKEN_FUNCTION&) = delete;
+    BROKEN_FUNCTION& operator=(const BROKEN_FUNCTION&) = delete;
+    ~BROKEN_FUNCTION()
+    {
+        if (root == nullptr) {
+            return;
+        }
+        if (function.root != root) {
+            replace_tree(function, OWNED_TREE(root));
+        }
+        function.nsuppt = nsuppt;
+        function.rootcompl = rootcompl;
+        while (root->right != nullptr) {
+            root = root->right;
+        }
+        root->right = std::exchange(part.root, nullptr);
+    }
+
+    /// Frees what the function was made of, but for the part's nodes.
+    void let_go() { free_tree(std::exchange(root, nullptr), part.root); }
+
+private:
+    BOOL_FUNC& function;
+    BOOL_FUNC& part;
+    BOOL_TNODE* root;
+    unsigned short nsuppt;
+    unsigned char rootcompl;
+};
 
 /// Makes a function the constant `op`.
 void set_constant(BOOL_FUNC& function, BOOL_OP op)
@@ -169,9 +208,11 @@ void BOOL_FUNC::setlogic0() { set_constant(*this, BOOL_OP_ZERO); }
 
 void BOOL_FUNC::buildcofactexpr(TECHMAP_SIG* s, TECHMAP_SIG* a, TECHMAP_SIG* b)
 {
+    OWNED_TREE if_set = make_and(s, 0, a);
+    OWNED_TREE if_clear = make_and(s, 1, b);
     OWNED_TREE sum(new_node(BOOL_OP_OR));
-    sum->left = make_and(s, 0, a).release();
-    sum->right = make_and(s, 1, b).release();
+    sum->left = if_set.release();
+    sum->right = if_clear.release();
     replace_tree(*this, std::move(sum));
     rootcompl = 0;
     nsuppt = 3;
@@ -224,8 +265,11 @@ char BOOL_FUNC::getpurefunc()
     if (!is_operator(root)) {
         return none;
     }
-    push_complements(root, std::exchange(rootcompl, static_cast<unsigned char>(0)));
-    return is_pure(root, root->op) ? static_cast<char>(root->op) : none;
+    LATER_REPORTS reports;
+    push_complements(root, std::exchange(rootcompl, static_cast<unsigned char>(0)), reports);
+    const char op = is_pure(root, root->op) ? static_cast<char>(root->op) : none;
+    reports.send();
+    return op;
 }
 
 void BOOL_FUNC::setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v)
@@ -290,15 +334,17 @@ void BOOL_FUNC::substfnforsig(TECHMAP_SIG* sig, BOOL_FUNC* fn)
         report(REPORT::SUBSTITUTE_ITSELF);
         return;
     }
+    LATER_REPORTS reports;
     if (is_operator(root)) {
-        substitute(root, sig, sub, is_complemented);
+        substitute(root, sig, sub, is_complemented, reports);
     } else if (is_leaf_of(*root, sig)) {
-        replace_tree(*this, OWNED_TREE(new_copy(sub)));
+        replace_tree(*this, copy_or_empty(sub, reports));
         if (is_complemented) {
             toggle(rootcompl);
         }
     }
     nsuppt = support_of(root);
+    reports.send();
 }
 
 void BOOL_FUNC::rmsigfromfunc(TECHMAP_SIG* sig)
@@ -326,15 +372,18 @@ BOOL_FUNC* BOOL_FUNC::breakfunc(unsigned short size)
     if (nsuppt <= size || root == nullptr) {
         return nullptr;
     }
-    OWNED_TREE rest(new_copy(root));
-    const OWNED_TREE copied_part(rest->getsubtreeofsize(size));
-    if (copied_part == nullptr) {
-        replace_by_simplified(*this, std::move(rest));
-        return nullptr;
-    }
     auto part = std::make_unique<BOOL_FUNC>();
     part->root = root->getsubtreeofsize(size);
+    if (part->root == nullptr) {
+        cleanbufs();
+        return nullptr;
+    }
+    BROKEN_FUNCTION whole(*this, *part); // until nothing can throw any more
     part->nsuppt = support_of(part->root);
-    replace_by_simplified(*this, std::move(rest), part->root);
+    LATER_REPORTS reports;
+    root = new_copy(root);
+    simplify(*this, reports);
+    reports.send();
+    whole.let_go();
     return part.release();
 }

@@ -4,7 +4,9 @@
 #include "ut_fastmem.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
+#include <utility>
 
 static_assert(sizeof(BOOL_TNODE) == 24 && offsetof(BOOL_TNODE, op) == 0 &&
                   offsetof(BOOL_TNODE, usage) == 2 && offsetof(BOOL_TNODE, lcompl) == 4 &&
@@ -14,7 +16,7 @@ static_assert(sizeof(BOOL_TNODE) == 24 && offsetof(BOOL_TNODE, op) == 0 &&
 
 BOOL_TNODE::BOOL_TNODE(char op_, BOOL_TNODE* left_, unsigned char lcompl_, BOOL_TNODE* right_,
                        unsigned char rcompl_)
-    : op(op_), usage(0), lcompl(lcompl_), rcompl(rcompl_), left(left_), right(right_)
+    : op(op_), usage(0), lcompl(lcompl_ & 1U), rcompl(rcompl_ & 1U), left(left_), right(right_)
 {
 }
 
@@ -31,79 +33,110 @@ BOOL_TNODE::BOOL_TNODE(char op_, TECHMAP_SIG* sig)
 
 namespace {
 
-/// @brief Copies a tree without call stack and without memory besides the copy's own nodes.
+/// @brief Copies a tree, each node before what is below its left and then its right child, without
+/// call stack and without memory besides the copy's own nodes.
 ///
-/// A copied operator that still lacks its children keeps its source in `left`, and in `right` the
-/// next such operator.
+/// Until its right child is copied, an operator's copy has the way back up in `right`: its parent,
+/// plus 1 when it is the right child; null where nothing above waits for its right child. Until its
+/// left child is copied, its `left` is its source.
 class COPIER {
 public:
-    explicit COPIER(BOOL_TNODE* copy) : root(copy), pool(*BOOL_TNODE::fstmem) {}
+    explicit COPIER(BOOL_TNODE* copy) : root(copy), node(copy), pool(*BOOL_TNODE::fstmem) {}
     COPIER(const COPIER&) = delete;
     COPIER& operator=(const COPIER&) = delete;
 
     /// An unfinished copy loses what was made below its root.
     ~COPIER()
     {
-        if (done) {
-            return;
+        if (!done) {
+            while (give_right_child(nullptr)) {
+            }
+            free_tree(root->left);
+            free_tree(root->right);
         }
-        while (unfinished != nullptr) {
-            BOOL_TNODE* const next = unfinished->right;
-            unfinished->left = unfinished->right = nullptr;
-            unfinished = next;
-        }
-        free_tree(root->left);
-        free_tree(root->right);
     }
 
-    void copy(BOOL_TNODE* src)
+    /// Copies what is below the operator `src`.
+    void copy_operands(BOOL_TNODE* src)
     {
-        fill(root, src);
-        while (unfinished != nullptr) {
-            BOOL_TNODE* const node = unfinished;
-            unfinished = node->right;
-            fill(node, node->left);
+        source = src;
+        for (bool left_is_done = false; !done;) {
+            if (!left_is_done && is_operator(source->left)) {
+                copy_left(source->left);
+                continue;
+            }
+            if (!left_is_done) {
+                node->left = copied_leaf(source->left);
+            }
+            left_is_done = false;
+            if (is_operator(source->right)) {
+                copy_right(source->right);
+                continue;
+            }
+            left_is_done = give_right_child(copied_leaf(source->right));
+            done = !left_is_done;
         }
-        done = true;
     }
 
 private:
-    void fill(BOOL_TNODE* node, BOOL_TNODE* src)
+    BOOL_TNODE* copied_fields(const BOOL_TNODE& src, BOOL_TNODE* left)
     {
-        node->op = src->op;
-        node->usage = src->usage;
-        node->lcompl = src->lcompl;
-        node->rcompl = src->rcompl;
-        node->left = node->right = nullptr; // safe to free should the pool give out
-        if (basbd_is_leaf(*src)) {
-            node->left = src->left;
-            return;
-        }
-        if (src->right != nullptr) {
-            node->right = begin(src->right);
-        }
-        if (src->left != nullptr) {
-            node->left = begin(src->left);
-        }
+        const unsigned short usage = src.usage;
+        auto* const copy = ::new (pool.getnewptr())
+            BOOL_TNODE(static_cast<char>(src.op), left, src.lcompl, nullptr, src.rcompl);
+        copy->usage = usage;
+        return copy;
     }
 
-    /// A copy of the leaf `src`; for an operator, a node that waits to be filled.
-    BOOL_TNODE* begin(BOOL_TNODE* src)
+    BOOL_TNODE* copied_leaf(const BOOL_TNODE* src)
     {
-        void* const block = pool.getnewptr();
-        if (!basbd_is_leaf(*src)) {
-            unfinished = ::new (block) BOOL_TNODE(BOOL_OP_AND, src, 0, unfinished, 0);
-            return unfinished;
+        return src == nullptr ? nullptr : copied_fields(*src, src->left);
+    }
+
+    void copy_left(BOOL_TNODE* src)
+    {
+        BOOL_TNODE* const child = copied_fields(*src, nullptr);
+        node->left = source;
+        child->right = node;
+        node = child;
+        source = src;
+    }
+
+    void copy_right(BOOL_TNODE* src)
+    {
+        BOOL_TNODE* const child = copied_fields(*src, nullptr);
+        if (node->right == nullptr) {
+            node->right = child;
+        } else {
+            child->right = reinterpret_cast<BOOL_TNODE*>(reinterpret_cast<char*>(node) + 1);
         }
-        auto* leaf =
-            ::new (block) BOOL_TNODE(src->op, src->left, src->lcompl, nullptr, src->rcompl);
-        leaf->usage = src->usage;
-        return leaf;
+        node = child;
+        source = src;
+    }
+
+    /// Completes the current copy and goes up to one whose right child is still to come.
+    /// @return whether there is one
+    bool give_right_child(BOOL_TNODE* right)
+    {
+        for (;;) {
+            auto* const up = reinterpret_cast<char*>(std::exchange(node->right, right));
+            if (up == nullptr) {
+                return false;
+            }
+            const auto side = reinterpret_cast<std::uintptr_t>(up) & 1U;
+            right = node;
+            node = reinterpret_cast<BOOL_TNODE*>(up - side);
+            if (side == 0) {
+                source = std::exchange(node->left, right);
+                return true;
+            }
+        }
     }
 
     BOOL_TNODE* root;
+    BOOL_TNODE* node;             ///< whose children are being copied
+    BOOL_TNODE* source = nullptr; ///< of `node`
     UT_FASTMEM& pool;
-    BOOL_TNODE* unfinished = nullptr;
     bool done = false;
 };
 
@@ -115,7 +148,15 @@ BOOL_TNODE::BOOL_TNODE(BOOL_TNODE* src) : BOOL_TNODE()
         report(REPORT::COPY_OF_NULL_TREE);
         return;
     }
-    COPIER(this).copy(src);
+    op = src->op;
+    usage = src->usage;
+    lcompl = src->lcompl;
+    rcompl = src->rcompl;
+    if (basbd_is_leaf(*src)) {
+        left = src->left;
+    } else {
+        COPIER(this).copy_operands(src);
+    }
 }
 
 void* BOOL_TNODE::operator new(std::size_t /*size*/) { return fstmem->getnewptr(); }

@@ -38,46 +38,127 @@ void clear_marks(BOOL_TNODE* root)
 
 /// @brief Nodes of a dying tree, each found once however many paths lead to it.
 ///
-/// None may go back to the pool before the end, for another path may lead to it.
+/// They go back to the pool last path by last path, children before their parent: that is the
+/// reverse of the order in which a walk to the right finds them. None goes back before all are
+/// found, for another path may lead to it.
+///
+/// A node that was found has the one found before it in `right`. While it waits for its right
+/// child to be dealt with, it keeps its left child; the one that waited before it is the one found
+/// before it (`usage` 1), or stands in the free `left` of that one (`usage` 0).
 class DYING_NODES {
 public:
-    /// Whether no path has led to this node before.
-    static bool find(BOOL_TNODE* node)
+    void find_all(BOOL_TNODE* root)
     {
-        if (is_marked(*node)) {
-            return false;
+        BOOL_TNODE* node = find(root);
+        while (node != nullptr) {
+            BOOL_TNODE* const next = enter(node);
+            node = next != nullptr ? next : next_waiting();
         }
-        node->lcompl = been_here;
-        return true;
-    }
-
-    /// Takes a node whose children are no longer needed.
-    void add(BOOL_TNODE* node) { node->left = std::exchange(last, node); }
-
-    /// The left operand of an operator, unless it is missing or a leaf, which is taken at once: it
-    /// is the most frequent operand.
-    BOOL_TNODE* left_to_visit(const BOOL_TNODE& node)
-    {
-        if (is_operator(node.left)) {
-            return node.left;
-        }
-        if (node.left != nullptr && find(node.left)) {
-            add(node.left);
-        }
-        return nullptr;
     }
 
     void free_all()
     {
         UT_FASTMEM& pool = *BOOL_TNODE::fstmem;
         while (last != nullptr) {
-            pool.free(std::exchange(last, last->left));
+            pool.free(std::exchange(last, last->right));
         }
     }
 
 private:
-    BOOL_TNODE* last = nullptr; ///< the others follow by `left`
+    /// Adds a leaf, unless it is found already. @return an operator that is not, or null
+    BOOL_TNODE* find(BOOL_TNODE* child)
+    {
+        if (child == nullptr || is_marked(*child)) {
+            return nullptr;
+        }
+        if (!basbd_is_leaf(*child)) {
+            return child;
+        }
+        add(child);
+        return nullptr;
+    }
+
+    void add(BOOL_TNODE* node)
+    {
+        node->lcompl = been_here;
+        node->right = std::exchange(last, node);
+    }
+
+    /// Adds an operator. @return where to go on below it, or null
+    BOOL_TNODE* enter(BOOL_TNODE* node)
+    {
+        BOOL_TNODE* const before = last;
+        BOOL_TNODE* const right_child = node->right;
+        add(node);
+        BOOL_TNODE* const right = find(right_child);
+        if (right == nullptr) {
+            return find(node->left);
+        }
+        node->usage = before == waiting ? 1 : 0;
+        if (before != waiting) {
+            before->left = waiting;
+        }
+        waiting = node;
+        return right;
+    }
+
+    /// The next left child that waits and is an operator not yet found, or null.
+    BOOL_TNODE* next_waiting()
+    {
+        BOOL_TNODE* next = nullptr;
+        while (next == nullptr && waiting != nullptr) {
+            BOOL_TNODE* const node = waiting;
+            waiting = node->usage != 0 ? node->right : node->right->left;
+            next = find(node->left);
+        }
+        return next;
+    }
+
+    BOOL_TNODE* last = nullptr;
+    BOOL_TNODE* waiting = nullptr;
 };
+
+/// @brief Whether a tree is what adding signals builds: operators in a row to the right, each with
+/// a leaf on its left, none of them marked and none twice. Marks the leaves that it has looked at.
+/// @param end  where the row ends: a leaf, null, or where the answer was found to be no
+bool is_unshared_chain(BOOL_TNODE* root, BOOL_TNODE*& end)
+{
+    for (end = root; is_operator(end); end = end->right) {
+        BOOL_TNODE* const left = end->left;
+        if (left == nullptr || !basbd_is_leaf(*left) || is_marked(*left) || is_marked(*end)) {
+            return false;
+        }
+        left->lcompl |= been_here;
+    }
+    return end == nullptr || !is_marked(*end);
+}
+
+/// Frees such a tree: the left leaves on the way down, the operators on the way back.
+void free_chain(BOOL_TNODE* root)
+{
+    UT_FASTMEM& pool = *BOOL_TNODE::fstmem;
+    BOOL_TNODE* above = nullptr;
+    BOOL_TNODE* node = root;
+    while (is_operator(node)) {
+        pool.free(node->left);
+        node->left = std::exchange(above, node);
+        node = above->right;
+    }
+    if (node != nullptr) {
+        pool.free(node);
+    }
+    while (above != nullptr) {
+        pool.free(std::exchange(above, above->left));
+    }
+}
+
+/// Apart, so that the chains do without its registers.
+[[gnu::noinline]] void free_branched_tree(BOOL_TNODE* root)
+{
+    DYING_NODES dying;
+    dying.find_all(root);
+    dying.free_all();
+}
 
 } // namespace
 
@@ -101,17 +182,29 @@ void BOOL_TNODE::markusage()
 void BOOL_TNODE::reclaim()
 {
     UT_FASTMEM& pool = *fstmem;
-    visit_nodes(
+    const auto free_unused = [&](BOOL_TNODE* child, unsigned char /*flag*/) {
+        if (child->usage == 0) {
+            pool.free(child);
+        }
+    };
+    --usage;
+    if (basbd_is_leaf(*this)) {
+        return;
+    }
+    walk_edges(
         this,
-        [](BOOL_TNODE& node) {
-            --node.usage;
-            return basbd_is_leaf(node) ? WALK::PAST : WALK::BELOW;
-        },
-        [&](BOOL_TNODE* child) {
-            if (child->usage == 0) {
-                pool.free(child);
+        [&](BOOL_TNODE* child, unsigned char flag) {
+            if (child == nullptr) {
+                return WALK::PAST;
             }
-        });
+            --child->usage;
+            if (!basbd_is_leaf(*child)) {
+                return WALK::BELOW;
+            }
+            free_unused(child, flag);
+            return WALK::PAST;
+        },
+        free_unused);
 }
 
 void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept) noexcept
@@ -119,27 +212,15 @@ void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept) noexcept
     if (kept != nullptr) {
         mark_tree(kept, [](BOOL_TNODE& /*node*/) {});
     }
-    DYING_NODES dying;
-    BOOL_TNODE* unfinished = nullptr; // with a right child still to come, linked by `left`
-    for (BOOL_TNODE* node = root; node != nullptr;) {
-        BOOL_TNODE* next = nullptr;
-        if (DYING_NODES::find(node)) {
-            BOOL_TNODE* const left = basbd_is_leaf(*node) ? nullptr : dying.left_to_visit(*node);
-            next = left != nullptr ? left : node->right;
-            if (left != nullptr && node->right != nullptr) {
-                node->left = std::exchange(unfinished, node);
-            } else {
-                dying.add(node);
-            }
+    BOOL_TNODE* end = nullptr;
+    if (is_unshared_chain(root, end)) {
+        free_chain(root);
+    } else {
+        for (BOOL_TNODE* node = root; node != end; node = node->right) {
+            node->left->lcompl &= static_cast<unsigned char>(~been_here);
         }
-        if (next == nullptr && unfinished != nullptr) {
-            BOOL_TNODE* const parent = std::exchange(unfinished, unfinished->left);
-            next = parent->right;
-            dying.add(parent);
-        }
-        node = next;
+        free_branched_tree(root);
     }
-    dying.free_all();
     if (kept != nullptr) {
         clear_marks(kept);
     }

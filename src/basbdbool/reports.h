@@ -2,7 +2,8 @@
 /// @brief The internal-error reports of the expression trees.
 #pragma once
 
-#include <vector>
+#include <cstddef>
+#include <memory>
 
 /// Every report site. The value is the line that the report carries: a fixed number that tells
 /// the site, whatever line the code stands in today.
@@ -39,19 +40,45 @@ enum class REPORT : int {
 /// Tells the host's message manager; the reporting operation then goes on.
 [[gnu::cold]] void report(REPORT site);
 
-/// @brief Reports that wait for the end of a walk, which lends out the pointers of its tree.
+/// @brief Reports that wait until an operation is done, for a message manager may look at any tree
+/// and may throw.
 ///
-/// Takes no memory before the first one.
+/// Equal ones in a row take one place. When the places are used up and the heap gives no more, the
+/// others are counted by site and follow at the end: none is lost, and none makes an edit fail.
 class LATER_REPORTS {
 public:
-    [[gnu::cold]] void add(REPORT site) { sites.push_back(site); }
+    LATER_REPORTS() = default;
+    LATER_REPORTS(const LATER_REPORTS&) = delete;
+    LATER_REPORTS& operator=(const LATER_REPORTS&) = delete;
+
+    [[gnu::cold]] void add(REPORT site, unsigned long count = 1) noexcept;
+
+    /// Sends them in the order in which they came.
     void send() const
     {
-        for (const REPORT site : sites) {
-            report(site);
+        if (size != 0) {
+            send_all();
         }
     }
 
 private:
-    std::vector<REPORT> sites;
+    struct RUN {
+        REPORT site;
+        unsigned long count;
+    };
+    static constexpr std::size_t first_capacity = 8;
+    /// More than one operation has.
+    static constexpr std::size_t most_sites = 4;
+
+    RUN& run_of(REPORT site) noexcept;
+    bool grow() noexcept;
+    [[gnu::cold]] void send_all() const;
+
+    RUN first[first_capacity];
+    RUN counted[most_sites]; ///< what `runs` has no room for
+    std::unique_ptr<RUN[]> more;
+    RUN* runs = first;
+    std::size_t size = 0;
+    std::size_t capacity = first_capacity;
+    std::size_t counted_sites = 0;
 };

@@ -5,11 +5,13 @@
 #include "tree_path.h"
 
 #include <utility>
+#include <vector>
 
 namespace {
 
 /// Leaves that leave their tree, each once however many edges lead to it: linked by `right`, which
-/// is null in every other leaf; the first one links to itself.
+/// is null in every other leaf; the last one links to itself. Freed in the order in which they
+/// came.
 class DOOMED_LEAVES {
 public:
     DOOMED_LEAVES() = default;
@@ -17,34 +19,40 @@ public:
     DOOMED_LEAVES& operator=(const DOOMED_LEAVES&) = delete;
     ~DOOMED_LEAVES()
     {
-        while (last != nullptr) {
-            BOOL_TNODE* const next = last->right == last ? nullptr : last->right;
-            delete_node(last);
-            last = next;
+        while (first != nullptr) {
+            BOOL_TNODE* const next = first == last ? nullptr : first->right;
+            delete_node(std::exchange(first, next));
         }
     }
     void add(BOOL_TNODE* leaf)
     {
         if (leaf->right == nullptr) {
-            leaf->right = last == nullptr ? leaf : last;
+            leaf->right = leaf;
+            (first == nullptr ? first : last->right) = leaf;
             last = leaf;
         }
     }
 
 private:
+    BOOL_TNODE* first = nullptr;
     BOOL_TNODE* last = nullptr;
 };
 
-/// Calls `edit(child, flag)` for each edge from `node` into a leaf of `sig`.
+/// @brief Calls `edit(child, flag)` for each edge into a leaf of `sig`.
+/// @param mark  goes into `usage` of operators, which are passed over when they have it already
 template <typename EDIT>
-void edit_edges(BOOL_TNODE& node, const TECHMAP_SIG* sig, EDIT edit)
+void edit_edges(BOOL_TNODE* root, const TECHMAP_SIG* sig, unsigned short mark, EDIT edit)
 {
-    if (node.left != nullptr && is_leaf_of(*node.left, sig)) {
-        edit(node.left, node.lcompl);
-    }
-    if (node.right != nullptr && is_leaf_of(*node.right, sig)) {
-        edit(node.right, node.rcompl);
-    }
+    walk_edges(root, [&](BOOL_TNODE*& child, unsigned char& flag) {
+        if (is_operator(child) && child->usage != mark) {
+            child->usage = mark;
+            return WALK::BELOW;
+        }
+        if (child != nullptr && is_leaf_of(*child, sig)) {
+            edit(child, flag);
+        }
+        return WALK::PAST;
+    });
 }
 
 /// Whether an operator has two operands, the left one a leaf.
@@ -63,48 +71,28 @@ struct UNMARKER {
     BOOL_TNODE* root;
 };
 
-/// `count` copies of a tree, as the left children of a chain of nodes.
-OWNED_TREE make_copies(BOOL_TNODE* src, unsigned long count)
-{
-    OWNED_TREE chain;
-    for (; count > 0; --count) {
-        OWNED_TREE copy(new_copy(src));
-        BOOL_TNODE* const link = new_node(BOOL_OP_AND);
-        link->left = copy.release();
-        link->right = chain.release();
-        chain.reset(link);
-    }
-    return chain;
-}
-
-BOOL_TNODE* take_copy(OWNED_TREE& chain)
-{
-    const OWNED_NODE link(chain.release());
-    chain.reset(link->right);
-    return link->left;
-}
-
 } // namespace
 
 void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl)
 {
     const unsigned char flag = iscompl != 0 ? 1 : 0;
-    OWNED_NODE leaf(new_leaf(sig));
     if (node->left == nullptr) {
-        node->left = leaf.release();
+        node->left = new_leaf(sig);
         node->lcompl ^= flag;
         return;
     }
-    if (node->right != nullptr) {
-        // The leaf on the right moves to the left of a new operator, and its complement with it.
-        BOOL_TNODE* const lower = new_node(node->op);
-        lower->left = node->right;
-        lower->lcompl = std::exchange(node->rcompl, static_cast<unsigned char>(0));
-        node->right = lower;
-        node = lower;
+    if (node->right == nullptr) {
+        node->right = new_leaf(sig);
+        node->rcompl ^= flag;
+        return;
     }
-    node->right = leaf.release();
-    node->rcompl ^= flag;
+    // The leaf on the right moves to the left of a new operator, and its complement with it.
+    OWNED_NODE lower(new_node(node->op));
+    lower->right = new_leaf(sig);
+    lower->rcompl = flag;
+    lower->left = node->right;
+    lower->lcompl = std::exchange(node->rcompl, static_cast<unsigned char>(0));
+    node->right = lower.release();
 }
 
 void BOOL_TNODE::addsig(TECHMAP_SIG* sig, unsigned char iscompl)
@@ -117,7 +105,7 @@ void BOOL_TNODE::addsig(TECHMAP_SIG* sig, unsigned char iscompl)
 
 void BOOL_TNODE::setsigvname(TECHMAP_SIG* sig, BOOL_VARNAME v)
 {
-    unsigned long refused = 0;
+    LATER_REPORTS reports;
     visit_leaves(this, [&](BOOL_TNODE& leaf) {
         if (!is_leaf_of(leaf, sig)) {
             return;
@@ -125,12 +113,10 @@ void BOOL_TNODE::setsigvname(TECHMAP_SIG* sig, BOOL_VARNAME v)
         if (is_name(v)) {
             leaf.op = named_op(v);
         } else {
-            ++refused;
+            reports.add(REPORT::NAME_OUT_OF_RANGE);
         }
     });
-    for (; refused > 0; --refused) {
-        report(REPORT::NAME_OUT_OF_RANGE);
-    }
+    reports.send();
 }
 
 void BOOL_TNODE::setsigto1(TECHMAP_SIG* sig)
@@ -154,7 +140,7 @@ void BOOL_TNODE::subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2)
 
 void BOOL_TNODE::complsigintree(TECHMAP_SIG* sig)
 {
-    unsigned long without_left = 0;
+    LATER_REPORTS reports;
     visit_nodes(this, [&](BOOL_TNODE& node) {
         const bool is_inner_leaf = basbd_is_leaf(node) && &node != this;
         if (is_inner_leaf || node.usage != 0) {
@@ -162,15 +148,18 @@ void BOOL_TNODE::complsigintree(TECHMAP_SIG* sig)
         }
         node.usage = 1;
         if (!is_operator(&node) || node.left == nullptr) {
-            ++without_left;
+            reports.add(REPORT::COMPLEMENT_NO_LEFT);
             return WALK::PAST;
         }
-        edit_edges(node, sig, [](BOOL_TNODE* /*leaf*/, unsigned char& flag) { toggle(flag); });
+        if (node.left != nullptr && is_leaf_of(*node.left, sig)) {
+            toggle(node.lcompl);
+        }
+        if (node.right != nullptr && is_leaf_of(*node.right, sig)) {
+            toggle(node.rcompl);
+        }
         return WALK::BELOW;
     });
-    for (; without_left > 0; --without_left) {
-        report(REPORT::COMPLEMENT_NO_LEFT);
-    }
+    reports.send();
 }
 
 void BOOL_TNODE::exchangexy()
@@ -189,38 +178,36 @@ void BOOL_TNODE::exchangexy()
     });
 }
 
-void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented)
+OWNED_TREE copy_or_empty(BOOL_TNODE* sub, LATER_REPORTS& reports)
+{
+    if (sub != nullptr) {
+        return OWNED_TREE(new_copy(sub));
+    }
+    reports.add(REPORT::COPY_OF_NULL_TREE);
+    return OWNED_TREE(new_node(BOOL_OP_AND));
+}
+
+void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented,
+                LATER_REPORTS& reports)
 {
     constexpr unsigned short counted = 1;
     constexpr unsigned short replaced = 2;
     unmark_tree(root);
     const UNMARKER unmarker(root); // so that other walks find no marks
     unsigned long count = 0;
-    visit_operators(root, [&](BOOL_TNODE& node) {
-        if (node.usage == counted) {
-            return WALK::PAST;
-        }
-        node.usage = counted;
-        edit_edges(node, sig, [&](BOOL_TNODE* /*leaf*/, unsigned char& /*flag*/) { ++count; });
-        return WALK::BELOW;
-    });
+    edit_edges(root, sig, counted, [&](BOOL_TNODE* /*leaf*/, unsigned char /*flag*/) { ++count; });
     // Made before the first edit: `sub` may be a part of this tree, and the pool may give out.
-    OWNED_TREE copies = make_copies(sub, count);
+    std::vector<OWNED_TREE> copies(count);
+    for (OWNED_TREE& copy : copies) {
+        copy = copy_or_empty(sub, reports);
+    }
     DOOMED_LEAVES doomed;
-    visit_operators(root, [&](BOOL_TNODE& node) {
-        if (node.usage == replaced) {
-            return WALK::PAST;
+    edit_edges(root, sig, replaced, [&](BOOL_TNODE*& child, unsigned char& flag) {
+        doomed.add(child);
+        child = copies[--count].release();
+        if (is_complemented) {
+            toggle(flag);
         }
-        node.usage = replaced;
-        edit_edges(node, sig, [&](BOOL_TNODE*& child, unsigned char& flag) {
-            doomed.add(child);
-            child = take_copy(copies);
-            child->usage = replaced; // the copies are not searched
-            if (is_complemented) {
-                toggle(flag);
-            }
-        });
-        return WALK::BELOW;
     });
 }
 
@@ -230,18 +217,22 @@ void BOOL_TNODE::subtreeforsig(TECHMAP_SIG* sig, BOOL_TNODE* sub, unsigned char 
         report(REPORT::SUBSTITUTE_IN_LEAF);
         return;
     }
-    substitute(this, sig, sub, iscompl != 0);
+    LATER_REPORTS reports;
+    substitute(this, sig, sub, iscompl != 0, reports);
+    reports.send();
 }
 
 void remove_signal(BOOL_TNODE* root, const TECHMAP_SIG* sig) noexcept
 {
     DOOMED_LEAVES doomed;
-    visit_operators(root, [&](BOOL_TNODE& node) {
-        edit_edges(node, sig, [&](BOOL_TNODE*& child, unsigned char& /*flag*/) {
-            doomed.add(child);
-            child = nullptr;
-        });
-        return WALK::BELOW;
+    walk_edges<SIDE::RIGHT>(root, [&](BOOL_TNODE*& child, unsigned char /*flag*/) {
+        if (is_operator(child)) {
+            return WALK::BELOW;
+        }
+        if (child != nullptr && is_leaf_of(*child, sig)) {
+            doomed.add(std::exchange(child, nullptr));
+        }
+        return WALK::PAST;
     });
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "node.h"
+#include "reports.h"
 
 /// Adds a leaf of `sig` under the operator `node`, which must be where the right spine ends.
 void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl);
@@ -31,8 +32,12 @@ inline void fix_leaf(BOOL_TNODE& leaf, const TECHMAP_SIG* sig, BOOL_OP op)
     }
 }
 
+/// A deep copy; of null an operator without operands.
+OWNED_TREE copy_or_empty(BOOL_TNODE* sub, LATER_REPORTS& reports);
+
 /// Puts a copy of `sub` in the place of every leaf of `sig` under the operator `root`.
-void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented);
+void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented,
+                LATER_REPORTS& reports);
 
 /// Deletes every leaf of `sig` under the operator `root`.
 void remove_signal(BOOL_TNODE* root, const TECHMAP_SIG* sig) noexcept;

@@ -14,35 +14,18 @@ bool BOOL_TNODE::issigcompl(TECHMAP_SIG* sig)
     if (basbd_is_leaf(*this)) {
         return false;
     }
-    TREE_PATH path(this);
-    for (bool right_is_done = false;;) {
-        const BOOL_TNODE& node = *path.node();
-        if (!right_is_done && node.right != nullptr) {
-            if (is_leaf_of(*node.right, sig)) {
-                return node.rcompl != 0;
-            }
-            if (is_operator(node.right)) {
-                path.descend_right();
-                continue;
-            }
+    bool is_complemented = false;
+    walk_edges<SIDE::RIGHT>(this, [&](const BOOL_TNODE* child, unsigned char flag) {
+        if (is_operator(child)) {
+            return WALK::BELOW;
         }
-        right_is_done = false;
-        if (node.left != nullptr) {
-            if (is_leaf_of(*node.left, sig)) {
-                return node.lcompl != 0;
-            }
-            if (is_operator(node.left)) {
-                path.descend_left();
-                continue;
-            }
+        if (child == nullptr || !is_leaf_of(*child, sig)) {
+            return WALK::PAST;
         }
-        do {
-            if (path.at_start()) {
-                return false;
-            }
-        } while (path.ascend() == SIDE::LEFT);
-        right_is_done = true;
-    }
+        is_complemented = flag != 0;
+        return WALK::STOP;
+    });
+    return is_complemented;
 }
 
 bool BOOL_TNODE::isvarinleaf(BOOL_VARNAME v) { return is_name(v) && op == named_op(v); }

@@ -64,8 +64,11 @@ bool is_in_tree(BOOL_TNODE* root, const TECHMAP_SIG* sig);
 /// Whether some leaf of the tree below a node's child, which may be missing, holds `sig`.
 inline bool is_in_operand(BOOL_TNODE* child, const TECHMAP_SIG* sig)
 {
-    if (is_operator(child)) {
-        return is_in_tree(child, sig);
+    if (child == nullptr) {
+        return false;
     }
-    return child != nullptr && is_leaf_of(*child, sig);
+    if (__builtin_expect(static_cast<long>(basbd_is_leaf(*child)), 1L) != 0) { // as most are
+        return is_leaf_of(*child, sig);
+    }
+    return is_in_tree(child, sig);
 }

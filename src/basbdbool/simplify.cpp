@@ -122,8 +122,17 @@ BOOL_TNODE* rewrite_and_report(BOOL_TNODE* node, BOOL_TNODE* (*change)(BOOL_TNOD
     return replacement;
 }
 
-/// The replacement of an operator whose children are reduced.
-BOOL_TNODE* reduce_node(BOOL_TNODE* node, LATER_REPORTS& reports)
+/// Whether an operator whose operands are reduced is not reduced itself, as few are.
+bool is_reducible(const BOOL_TNODE& node)
+{
+    const BOOL_TNODE* const left = node.left;
+    const BOOL_TNODE* const right = node.right;
+    return left == nullptr || right == nullptr || is_constant(*right) || is_constant(*left) ||
+           (basbd_is_leaf(*left) && is_leaf_of(*right, basbd_leaf_signal(*left)));
+}
+
+/// The replacement of such an operator.
+[[gnu::noinline]] BOOL_TNODE* reduce_node(BOOL_TNODE* node, LATER_REPORTS& reports)
 {
     BOOL_TNODE* const left = node->left;
     BOOL_TNODE* const right = node->right;
@@ -142,68 +151,34 @@ BOOL_TNODE* reduce_node(BOOL_TNODE* node, LATER_REPORTS& reports)
     if (is_constant(*left)) {
         return fold_left_constant(node, reports);
     }
-    if (basbd_is_leaf(*left) && is_leaf_of(*right, basbd_leaf_signal(*left))) {
-        return fold_same_signals(node, reports);
-    }
-    return node;
-}
-
-/// @brief Walks over the operators of a tree and may replace them.
-/// @param enter  takes each operator and the flag of the edge into it before what is below
-/// @param leave  answers what stands for an operator after what is below it
-/// @return what stands for `root`, which the caller deletes when it is another node
-template <typename ENTER, typename LEAVE>
-BOOL_TNODE* rewrite(BOOL_TNODE* root, ENTER enter, LEAVE leave)
-{
-    TREE_PATH path(root);
-    for (bool left_is_done = false;;) {
-        BOOL_TNODE& node = *path.node();
-        if (!left_is_done && is_operator(node.left)) {
-            enter(*node.left, node.lcompl);
-            path.descend_left();
-            continue;
-        }
-        left_is_done = false;
-        if (is_operator(node.right)) {
-            enter(*node.right, node.rcompl);
-            path.descend_right();
-            continue;
-        }
-        while (!left_is_done) {
-            BOOL_TNODE* const done = path.node();
-            BOOL_TNODE* const replacement = leave(done);
-            if (path.at_start()) {
-                return replacement;
-            }
-            left_is_done = path.ascend_with(replacement) == SIDE::LEFT;
-            if (replacement != done) {
-                delete_node(done);
-                if (take_own_complement(*replacement)) {
-                    toggle(left_is_done ? path.node()->lcompl : path.node()->rcompl);
-                }
-            }
-        }
-    }
+    return fold_same_signals(node, reports);
 }
 
 } // namespace
 
-bool take_own_complement(BOOL_TNODE& replacement)
+void reduce_operands(BOOL_TNODE* node, LATER_REPORTS& reports)
 {
-    return basbd_is_leaf(replacement) &&
-           std::exchange(replacement.lcompl, static_cast<unsigned char>(0)) != 0;
+    const auto enter = [](BOOL_TNODE* child, unsigned char /*flag*/) {
+        return is_operator(child) ? WALK::BELOW : WALK::PAST;
+    };
+    walk_edges(node, enter, [&](BOOL_TNODE*& child, unsigned char& flag) {
+        if (!is_reducible(*child)) {
+            return;
+        }
+        BOOL_TNODE* const done = std::exchange(child, reduce_node(child, reports));
+        if (child == done) {
+            return;
+        }
+        delete_node(done);
+        // A leaf that was complemented carries that itself until there is an edge to carry it.
+        if (basbd_is_leaf(*child)) {
+            flag ^= std::exchange(child->lcompl, static_cast<unsigned char>(0));
+        }
+    });
 }
 
-BOOL_TNODE* reduce_tree(BOOL_TNODE* root, LATER_REPORTS& reports)
+void push_complements(BOOL_TNODE* root, unsigned char is_complemented, LATER_REPORTS& reports)
 {
-    return rewrite(
-        root, [](BOOL_TNODE& /*node*/, unsigned char& /*flag*/) {},
-        [&](BOOL_TNODE* node) { return reduce_node(node, reports); });
-}
-
-void push_complements(BOOL_TNODE* root, unsigned char is_complemented)
-{
-    unsigned long refused = 0;
     const auto take_complement = [&](BOOL_TNODE& node, unsigned char& flag) {
         if (std::exchange(flag, static_cast<unsigned char>(0)) == 0) {
             return;
@@ -211,14 +186,17 @@ void push_complements(BOOL_TNODE* root, unsigned char is_complemented)
         if (is_known_operator(node.op)) {
             complement(node);
         } else {
-            ++refused;
+            reports.add(REPORT::PUSH_THROUGH_OP);
         }
     };
     take_complement(*root, is_complemented);
-    rewrite(root, take_complement, [](BOOL_TNODE* node) { return node; });
-    for (; refused > 0; --refused) {
-        report(REPORT::PUSH_THROUGH_OP);
-    }
+    walk_edges(root, [&](BOOL_TNODE* child, unsigned char& flag) {
+        if (!is_operator(child)) {
+            return WALK::PAST;
+        }
+        take_complement(*child, flag);
+        return WALK::BELOW;
+    });
 }
 
 bool is_pure(BOOL_TNODE* root, signed char op)
@@ -235,7 +213,10 @@ BOOL_TNODE* BOOL_TNODE::reducetrivialsubtrees()
         report(REPORT::REDUCE_LEAF);
         return this;
     }
-    return rewrite_and_report(this, reduce_tree);
+    return rewrite_and_report(this, [](BOOL_TNODE* node, LATER_REPORTS& reports) {
+        reduce_operands(node, reports);
+        return is_reducible(*node) ? reduce_node(node, reports) : node;
+    });
 }
 
 BOOL_TNODE* BOOL_TNODE::trivialrchild() { return rewrite_and_report(this, fold_right_constant); }
@@ -250,7 +231,9 @@ void BOOL_TNODE::pushbubblestoleaves(unsigned char iscompl)
         report(REPORT::PUSH_INTO_LEAF);
         return;
     }
-    push_complements(this, iscompl);
+    LATER_REPORTS reports;
+    push_complements(this, iscompl, reports);
+    reports.send();
 }
 
 bool BOOL_TNODE::issubtreepure(char op_) { return is_pure(this, op_); }

@@ -33,22 +33,26 @@ public:
     BOOL_TNODE* node() const { return current; }
     bool at_start() const { return up == nullptr; }
 
-    void descend_left() { descend(current->left, 0); }
-    void descend_right() { descend(current->right, 1); }
+    void descend(SIDE side)
+    {
+        if (side == SIDE::LEFT) {
+            descend(current->left, 0);
+        } else {
+            descend(current->right, 1);
+        }
+    }
 
-    /// Back to the parent, where `replacement` takes the current node's place.
-    /// @return the side that the walk comes back from
-    SIDE ascend_with(BOOL_TNODE* replacement)
+    /// Back to the parent. @return the side that the walk comes back from
+    SIDE ascend()
     {
         const auto side = reinterpret_cast<std::uintptr_t>(up) & 1U;
         auto* parent = reinterpret_cast<BOOL_TNODE*>(up - side);
         BOOL_TNODE*& lent = side == 0 ? parent->left : parent->right;
         up = reinterpret_cast<char*>(lent);
-        lent = replacement;
+        lent = current;
         current = parent;
         return side == 0 ? SIDE::LEFT : SIDE::RIGHT;
     }
-    SIDE ascend() { return ascend_with(current); }
 
 private:
     void descend(BOOL_TNODE*& child, unsigned side)
@@ -63,67 +67,87 @@ private:
     char* up = nullptr; ///< the parent's address, plus 1 when `current` is its right child
 };
 
-/// What a visit wants next.
+/// Where a walk goes from a node.
 enum class WALK : unsigned char {
-    BELOW, ///< go on with the node's children; not for leaves
-    PAST,  ///< go on behind the node
-    STOP   ///< end the walk
+    BELOW, ///< to its children; not for leaves
+    PAST,  ///< on
+    STOP   ///< nowhere: the walk ends
 };
 
-/// @brief Visits nodes in walk order: a node, then what is below its left and its right child.
+/// @brief Walks over the operator `start` and what is below it, once per path.
 ///
-/// A visit sees its node's own children and may replace those of an operator.
+/// All three see a node's own pointers and may change them.
+/// @param first   answers for each operator what to do about its left operand
+/// @param second  the same for its right operand, after what is below the left one
+/// @param up      takes an operator and the side of the operand that the walk is done with
+/// @tparam FIRST  the side that comes first
+/// @return whether the walk was stopped
+template <SIDE FIRST = SIDE::LEFT, typename ENTER_FIRST, typename ENTER_SECOND, typename UP>
+inline bool walk(BOOL_TNODE* start, ENTER_FIRST first, ENTER_SECOND second, UP up)
+{
+    constexpr SIDE last = FIRST == SIDE::LEFT ? SIDE::RIGHT : SIDE::LEFT;
+    TREE_PATH path(start);
+    for (;;) {
+        WALK next = first(*path.node());
+        while (next == WALK::BELOW) {
+            path.descend(FIRST);
+            next = first(*path.node());
+        }
+        while (next != WALK::STOP && (next = second(*path.node())) == WALK::PAST) {
+            SIDE side = last;
+            while (side == last) {
+                if (path.at_start()) {
+                    return false;
+                }
+                side = path.ascend();
+                up(*path.node(), side);
+            }
+        }
+        if (next == WALK::STOP) {
+            return true;
+        }
+        path.descend(last);
+    }
+}
+
+/// @brief A walk that looks at edges: at a pointer to an operand and the flag beside it.
+/// @param enter  answers what to do about an operand
+/// @param leave  takes the edge again when the walk is done with what is below
+template <SIDE FIRST = SIDE::LEFT, typename ENTER, typename LEAVE>
+inline bool walk_edges(BOOL_TNODE* start, ENTER enter, LEAVE leave)
+{
+    const auto enter_left = [&](BOOL_TNODE& node) { return enter(node.left, node.lcompl); };
+    const auto enter_right = [&](BOOL_TNODE& node) { return enter(node.right, node.rcompl); };
+    const auto leave_edge = [&](BOOL_TNODE& node, SIDE side) {
+        const bool is_left = side == SIDE::LEFT;
+        leave(is_left ? node.left : node.right, is_left ? node.lcompl : node.rcompl);
+    };
+    if constexpr (FIRST == SIDE::LEFT) {
+        return walk<FIRST>(start, enter_left, enter_right, leave_edge);
+    } else {
+        return walk<FIRST>(start, enter_right, enter_left, leave_edge);
+    }
+}
+
+template <SIDE FIRST = SIDE::LEFT, typename ENTER>
+inline bool walk_edges(BOOL_TNODE* start, ENTER enter)
+{
+    return walk_edges<FIRST>(start, enter, [](BOOL_TNODE* /*child*/, unsigned char /*flag*/) {});
+}
+
+/// @brief Visits nodes: a node, then what is below its left and its right child.
 /// @param visit  answers a WALK for a `BOOL_TNODE&`; once per path that leads to the node
-/// @param leave  takes each child that the walk does not go below any more, and may free it
 /// @return whether a visit stopped the walk
-template <typename VISIT, typename LEAVE>
-inline bool visit_nodes(BOOL_TNODE* start, VISIT visit, LEAVE leave)
+template <typename VISIT>
+inline bool visit_nodes(BOOL_TNODE* start, VISIT visit)
 {
     const WALK first = visit(*start);
     if (first != WALK::BELOW) {
         return first == WALK::STOP;
     }
-    const auto visit_child = [&](BOOL_TNODE* child) {
-        const WALK next = child == nullptr ? WALK::PAST : visit(*child);
-        if (next == WALK::PAST && child != nullptr) {
-            leave(child);
-        }
-        return next;
-    };
-    TREE_PATH path(start);
-    for (bool left_is_done = false;;) {
-        BOOL_TNODE* const node = path.node();
-        WALK next = left_is_done ? WALK::PAST : visit_child(node->left);
-        if (next == WALK::BELOW) {
-            path.descend_left();
-            continue;
-        }
-        left_is_done = false;
-        if (next != WALK::STOP) {
-            next = visit_child(node->right);
-        }
-        if (next == WALK::STOP) {
-            return true;
-        }
-        if (next == WALK::BELOW) {
-            path.descend_right();
-            continue;
-        }
-        while (!left_is_done) {
-            if (path.at_start()) {
-                return false;
-            }
-            BOOL_TNODE* const child = path.node();
-            left_is_done = path.ascend() == SIDE::LEFT;
-            leave(child);
-        }
-    }
-}
-
-template <typename VISIT>
-inline bool visit_nodes(BOOL_TNODE* start, VISIT visit)
-{
-    return visit_nodes(start, visit, [](BOOL_TNODE* /*child*/) {});
+    return walk_edges(start, [&](BOOL_TNODE* child, unsigned char /*flag*/) {
+        return child == nullptr ? WALK::PAST : visit(*child);
+    });
 }
 
 /// Visits the leaves in walk order. @param visit  does something to a `BOOL_TNODE&`

@@ -133,3 +133,26 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
     host_recorder::on_report = nullptr;
     host_recorder::take_reports();
 }
+
+TEST(reports, may_edit_the_function_and_throw)
+{
+    FUNC substituted("+(a,+(b,@(c,d)))");
+    host_recorder::on_report = [&](int /*line*/) {
+        EXPECT_FALSE(substituted.islogic1());
+        substituted.addsigtofunc(a, 1);
+    };
+    substituted.substfnforsig(tree_oracle::signal(1), nullptr);
+    EXPECT_EQ(shape(substituted), "+(a,@(c,@(d,~a)))");
+
+    const std::string form = "~?(~1,*(b,~*(c,d)))";
+    FUNC broken(form.c_str());
+    host_recorder::on_report = [&](int line) {
+        EXPECT_EQ(shape(broken), "~?(~0,b)");
+        broken.setlogic1();
+        throw line;
+    };
+    EXPECT_THROW(broken.breakfunc(2), int);
+    EXPECT_EQ(shape(broken) + std::to_string(broken.nsuppt), form + '3');
+    host_recorder::on_report = nullptr;
+    EXPECT_EQ(host_recorder::take_report_lines(), (std::vector<int>{56, 902}));
+}

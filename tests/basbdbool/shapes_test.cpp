@@ -10,6 +10,18 @@ using tree_oracle::shape;
 
 namespace {
 
+template <typename T, typename = decltype(new T[1])>
+constexpr bool comes_in_arrays(int)
+{
+    return true;
+}
+template <typename T>
+constexpr bool comes_in_arrays(...)
+{
+    return false;
+}
+static_assert(!comes_in_arrays<BOOL_TNODE>(0), "the pool has single blocks only");
+
 TECHMAP_SIG* const a = tree_oracle::signal(0);
 TECHMAP_SIG* const b = tree_oracle::signal(1);
 TECHMAP_SIG* const c = tree_oracle::signal(2);
@@ -48,6 +60,21 @@ void edit_no_signal(BOOL_FUNC& f)
         f.root->rmsigfromtree(sig);
         EXPECT_FALSE(f.root->issiginsuppt(sig) || f.root->issigcompl(sig));
     }
+}
+
+void fold_shared_leaf(BOOL_FUNC& f)
+{
+    f.root->right = f.root->left;
+    delete std::exchange(f.root, f.root->idempotency());
+}
+
+/// Flags that are neither 0 nor 1: a walk must not take the node for one that it has been to.
+void wrap_with_odd_flags(BOOL_FUNC& f)
+{
+    f.root = new BOOL_TNODE(BOOL_OP_OR, f.root, 0xFE, nullptr, 0x81);
+    f.root->usage = 5;
+    f.root->unmarknodes();
+    EXPECT_EQ(f.root->usage, 0);
 }
 
 template <int SIZE>
@@ -92,6 +119,8 @@ const ROW rows[] = {
     {"*(~a,aA)", substitute_a, "*(+(b,a),~+(b,a))", 2},
     {"a", [](auto& f) { f.setlogic0(); }, "0", 0},
     {"*(a,1)", reduce, "a", 1},
+    {"*(a,-)", fold_shared_leaf, "a", 1},
+    {"*(a,b)", wrap_with_odd_flags, "+(*(a,b),~-)", 2},
     {"~1", [](auto& f) { f.buildcofactexpr(a, b, c); }, "+(*(a,b),*(~a,c))", 3},
     {"*(a,*(b,*(~c,d)))", break_off<1>, "*(a,*(b,~c))", 3},
     {"*(a,*(b,~*(~c,d)))", break_off<2>, "*(a,b)", 2},

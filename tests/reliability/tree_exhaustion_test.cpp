@@ -3,11 +3,15 @@
 #include "basbdbool.h"
 #include "exhaustion.h"
 #include "tree_oracle.h"
+#include "ut_msgman.h"
 
+#include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <memory>
 #include <random>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace {
 
@@ -64,23 +68,41 @@ const OPERATION<TREES> operations[] = {
     [](TREES& s) { s.text = std::unique_ptr<char[]>(s.chain->writeeqn()).get(); }, // no names
 };
 
-/// The first function with names chooses the table for good, so this comes before all others.
-TEST(name_table_exhaustion, is_chosen_once_it_is_complete)
-{
-    std::vector<const char*> names(BOOL_VAR_QY + 1, "a name in a block of its own");
-    const long live_before = failing_heap::live_blocks();
-    bool chosen = false;
-    for (long at = 1; !chosen; ++at) {
-        ASSERT_EQ(failing_heap::live_blocks(), live_before) << "allocation " << at - 1;
-        failing_heap::arm(at, LONG_MAX);
-        try {
-            const BOOL_FUNC function(BOOL_FUNC_OR, names.data(), BOOL_VAR_QY);
-            chosen = true;
-        } catch (const std::bad_alloc&) {
-        }
-        failing_heap::disarm();
+/// Keeps the lines of reports without memory.
+struct LINES final : UT_MSGMAN {
+    void report(const char* /*text*/, const char* /*app*/, char* id, int line, const char* /*rev*/,
+                int /*kind*/, void* /*extra*/) override
+    {
+        std::free(id);
+        lines.at(count++) = line;
     }
-    EXPECT_EQ(failing_heap::live_blocks(), live_before + BOOL_VAR_QY + 1) << "a copy of each name";
+    std::array<int, 90> lines{};
+    std::size_t count = 0;
+};
+
+TEST(tree_exhaustion, of_what_keeps_the_reports)
+{
+    const char* const reported[] = {"?(a,1)", "?(0,a)", "?(b,b)"};
+    LINES expected;
+    std::string text = "c";
+    for (int i = 89; i >= 0; --i) {
+        text.insert(0, std::string("+(") + reported[i % 3] + ',') += ')';
+        expected.lines.at(static_cast<std::size_t>(i)) = i % 3 == 0 ? 836 : i % 3 == 1 ? 902 : 945;
+    }
+    for (const bool is_exhausted : {false, true}) {
+        tree_oracle::FUNC function(text.c_str());
+        LINES seen;
+        auto* const manager = std::exchange(ut_msgman, &seen);
+        failing_heap::arm(1, is_exhausted ? LONG_MAX : 0);
+        function.root->reducetrivialsubtrees();
+        failing_heap::disarm();
+        ut_msgman = manager;
+        if (is_exhausted) { // what had no place came at the end, site by site
+            std::sort(seen.lines.begin(), seen.lines.end());
+            std::sort(expected.lines.begin(), expected.lines.end());
+        }
+        EXPECT_EQ(seen.lines, expected.lines);
+    }
 }
 
 TEST(tree_exhaustion, of_every_operation)
