@@ -18,7 +18,7 @@ public:
     ~UT_FASTMEM(); ///< frees all chunks, whether their blocks came back or not
 
     void* getnewptr();      ///< a fresh block, never null; throws std::bad_alloc
-    void free(void* block); ///< takes a block back
+    void free(void* block); ///< takes a block back; does not throw
 
     class STATE;  ///< the host's own
     STATE* state; ///< the pool itself

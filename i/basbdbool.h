@@ -73,13 +73,16 @@ enum BOOL_OP : signed char {
 ///
 /// Trees may share subtrees. Walks take neither call stack nor memory, whatever the depth: on their
 /// way down they lend out the nodes' own pointers, so nothing else may look at a tree during a
-/// call. An operation visits a node once for every path that leads to it, unless it says otherwise.
-/// Its cost is linear in the visits.
+/// call. Only `subtreeforsig`, which keeps a pointer for each copy until all are made, texts and
+/// `treetobdd` take memory besides nodes. An operation visits a node once for every path that leads
+/// to it, unless it says otherwise. Its cost is linear in the visits.
 ///
-/// Reports are internal errors "4:11" with the line given here. They go out once the operation's
-/// walk is done, in the order of the walk, so a message manager that receives one may look at any
-/// tree. Where an operation takes nodes from the pool and that throws `std::bad_alloc`, the tree
-/// has the shape that it had; its `usage` may be cleared.
+/// Reports are internal errors "4:11" with the line given here. They go out once the operation is
+/// done, in the order of the walk, so a message manager that receives one may look at any tree and
+/// edit it; what it throws comes out of the operation. To keep them takes no memory as long as
+/// their line changes a few times only. Beyond that, where the heap gives none, the others are
+/// counted and follow at the end, line by line. Where an operation takes memory and that throws
+/// `std::bad_alloc`, the tree has the shape that it had; its `usage` may be cleared.
 class BASBD_API BOOL_TNODE {
 public:
     signed char op;       ///< node kind, see BOOL_OP
@@ -104,6 +107,7 @@ public:
                unsigned char rcompl); ///< an operator with both operands
 
     /// @brief A deep copy: `usage` and all, with a copy of a shared subtree for every path to it.
+    /// Takes a node, then what is below its left and then its right child.
     /// @param src  null is reported (line 56) and gives an operator without children
     explicit BOOL_TNODE(BOOL_TNODE* src);
     BOOL_TNODE(const BOOL_TNODE&) = delete;
@@ -171,8 +175,9 @@ public:
     void setsigto0(TECHMAP_SIG* sig);
     /// @brief Toggles the flag of every edge into a leaf of `sig`, once however it is reached.
     ///
-    /// Call `unmarknodes` before: operators whose `usage` is not 0 are passed over. Reported on a
-    /// leaf, and for each operator without left operand, which is passed over (line 555).
+    /// Call `unmarknodes` before: operators whose `usage` is not 0 are passed over, as a leaf is on
+    /// which this is called. Reported on a leaf, and for each operator without left operand, which
+    /// is passed over with what is below its right one (line 555); once for each, shared or not.
     void complsigintree(TECHMAP_SIG* sig);
     /// @brief Exchanges the names QX and QY, once in each leaf. Call `unmarknodes` before: nodes
     /// whose `usage` is not 0 are passed over.
@@ -182,9 +187,9 @@ public:
     /// @brief Deletes every leaf of `sig` and clears the pointers to it; nothing is simplified.
     /// Reported on a leaf (line 659), which stays as it is.
     void rmsigfromtree(TECHMAP_SIG* sig);
-    /// The number of leaves, one for every path.
+    /// The number of leaves, one for every path, modulo 2^32.
     unsigned int countleaves();
-    /// @brief Detaches the first right operand that has `size` leaves.
+    /// @brief Detaches the first right operand that has `size` leaves, counted modulo 65,536.
     ///
     /// Follows right operands as long as there is a leaf on the left, and counts the leaves of what
     /// follows once. The flag of the detached edge stays behind.
@@ -199,8 +204,12 @@ public:
     /// clears it and toggles the flag of the edge into the leaf.
     /// @{
 
-    /// Complements the node: AND and OR change places and toggle both flags, constants change
-    /// places, anything else toggles `lcompl`.
+    /// @brief Complements the node: AND and OR change places and toggle both flags, constants
+    /// change places, anything else toggles `lcompl`.
+    ///
+    /// An operator without operands stands for 0 before and after, and so does one whose only
+    /// operand is on the right, but where simplification reads it; an unknown operator is another
+    /// function, if not the complement.
     void complsubtree();
     /// @brief Removes constants, missing operands and operators of twice the same signal, children
     /// before parents.
@@ -224,8 +233,9 @@ public:
     /// @brief Moves all complements to the edges into leaves, and complements the tree as well
     /// when `iscompl` is not 0.
     ///
-    /// Reported on a leaf (line 1463), and for each complement that met an unknown operator, which
-    /// stays as it is (line 1482).
+    /// Reported on a leaf (line 1463), and for each complement that met an unknown operator (line
+    /// 1482): that operator stays as it is and the complement is lost, which changes the value. An
+    /// operator without operands loses complements too, for it stays 0.
     void pushbubblestoleaves(unsigned char iscompl);
     /// Whether every operator of the tree is `op`; true for a leaf.
     bool issubtreepure(char op);
@@ -234,9 +244,14 @@ public:
     /// @brief Writes the tree as an equation: "*" AND, "@" XOR, "+" OR, "~" complement, no blanks.
     ///
     /// A right operand of the same operator goes without parentheses unless it is complemented. A
-    /// leaf without a name (line 441) or text (line 436) is reported and written as nothing.
-    /// @param buf  start of a buffer from `new char[]`, as large as the last one that was written
-    ///             to, at first 256; replaced by one of twice the size as often as it must grow
+    /// leaf without a name (line 441) or text (line 436) is reported and written as nothing, as is
+    /// an unknown operator without a report.
+    ///
+    /// The library keeps the capacity of one buffer for all calls. So before the first call for a
+    /// new text, call `writeeqn()` on a function without a tree, which sets it to 256; its result
+    /// is such a buffer. Between the calls for one text no other may be written.
+    /// @param buf  start of a buffer from `new char[]` of the capacity kept; replaced by one of
+    ///             twice the size as often as it must grow
     /// @param cur  where the text begins in it; moved behind the text, which is not terminated
     /// @return `cur`
     char* writesubtree(char*& buf, char*& cur);
@@ -280,8 +295,8 @@ inline TECHMAP_SIG* basbd_leaf_signal(const BOOL_TNODE& leaf)
 /// A function without a tree is given one by `setfunctype`, `setlogic1`, `setlogic0` or
 /// `buildcofactexpr`. Edits that need a tree report its absence (internal error "4:11" with the
 /// line given here) and change nothing; other operations find nothing to do. Signals that enter a
-/// tree are not null. When the pool throws `std::bad_alloc`, the function is as it was but for its
-/// nodes' `usage`.
+/// tree are not null. When memory ends and `std::bad_alloc` comes out, the function is as it was
+/// but for its nodes' `usage`; when a report throws, the operation is done (see `breakfunc`).
 ///
 /// A function and its tree are for one thread at a time; so are the pool and the names.
 class BASBD_API BOOL_FUNC {
@@ -292,19 +307,22 @@ public:
 
     /// @name Making
     /// The first constructor in the process that takes `names` fixes the texts of the variables for
-    /// good: copies of `names[0]` to `names[last]`, of 17 texts at most, or "A" to "G", "I" to "P",
-    /// "QX" and "QY" when `names` is null.
+    /// good: copies of `names[0]` to `names[last]`, `last` taken modulo 65,536 and 17 texts at
+    /// most, or "A" to "G", "I" to "P", "QX" and "QY" when `names` is null. Texts that are written
+    /// before use the latter and fix nothing.
     /// @{
     BOOL_FUNC();                                      ///< no tree
     BOOL_FUNC(char const** names, BOOL_VARNAME last); ///< no tree
     BOOL_FUNC(BOOL_FUNCTYPE type, char const** names,
               BOOL_VARNAME last); ///< an operator without operands, which stands for 0
-    /// A deep copy. Null is reported (line 1025) and gives a function without a tree; a source
-    /// without a tree is reported (line 56) and gives an operator without operands.
+    /// A deep copy, `usage` included. Null is reported (line 1025) and gives a function without a
+    /// tree; a source without a tree is reported (line 56) and gives an operator without operands.
     explicit BOOL_FUNC(BOOL_FUNC* src);
     BOOL_FUNC(const BOOL_FUNC&) = delete;
     BOOL_FUNC& operator=(const BOOL_FUNC&) = delete;
-    ~BOOL_FUNC(); ///< frees each node of the tree once, however it is shared
+    /// Frees each node of the tree once, however it is shared: at the last path to it, children
+    /// before their parent.
+    ~BOOL_FUNC();
 
     /// Sets the operator of the root and leaves its operands; makes a root where there is none.
     /// Does nothing to a root that is a leaf.
@@ -347,9 +365,11 @@ public:
     void setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v); ///< line 1149; see `setsigvname`
     void setsigto1(TECHMAP_SIG* sig); ///< fixes `sig` and counts the support; line 1301
     void setsigto0(TECHMAP_SIG* sig); ///< fixes `sig` and counts the support; line 1312
-    /// NOT `sig` for `sig`; line 1323, and see `complsigintree`. Each node once.
+    /// NOT `sig` for `sig`; line 1323, and see `complsigintree`, which leaves 1 in `usage` of every
+    /// operator. Each node once. A root that is a leaf of `sig` toggles `rootcompl`.
     void complsiginfunc(TECHMAP_SIG* sig);
-    void exchangexy(); ///< exchanges the names QX and QY; line 1341. Each node once
+    /// Exchanges the names QX and QY; line 1341. Each node once; leaves 1 in every `usage`.
+    void exchangexy();
     /// `sig1` in every leaf of `sig2`; the support is not counted. Line 1351.
     void subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2);
     /// @brief Puts a copy of `fn`, complement and all, in the place of each leaf of `sig`; counts
@@ -357,6 +377,7 @@ public:
     ///
     /// Reported without a tree (line 1175) and when both have the same root (line 1178). A missing
     /// `fn`, or tree of it, is reported for each copy (line 56), an operator without operands.
+    /// Leaves `usage` 0 throughout.
     void substfnforsig(TECHMAP_SIG* sig, BOOL_FUNC* fn);
     /// Drops the leaves of `sig` and cleans: operators lose the operand. A tree that is such a leaf
     /// becomes constant 0. Does not even clean when `sig` is null.
@@ -368,9 +389,11 @@ public:
     /// operators as `BOOL_TNODE::reducetrivialsubtrees` does.
     void cleanbufs();
     /// @brief Splits off a right operand with `size` leaves, see `BOOL_TNODE::getsubtreeofsize`,
-    /// and cleans the rest. The operand keeps its nodes; those of the rest are new.
-    /// @return the operand as a function of its own, the caller's; null when there is none, or when
-    ///         `nsuppt` is not above `size`, in which case nothing is cleaned either
+    /// and cleans the rest. The operand keeps its nodes; those of the rest are new. When a report
+    /// throws, the function is what it was before the call, whatever the manager did to it.
+    /// @return the operand as a function of its own, the caller's to free with `delete`; null when
+    ///         there is none, or when `nsuppt` is not above `size`, in which case nothing is
+    ///         cleaned either
     BOOL_FUNC* breakfunc(unsigned short size);
     /// @brief The function as an equation, see `BOOL_TNODE::writesubtree`: "~(...)" with
     /// `rootcompl`, "1" for the complement of "0", "" without a tree.
