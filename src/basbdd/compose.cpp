@@ -21,7 +21,7 @@ private:
         BDD_NODE* high;    ///< result of the high edge; null while that is being solved
         bool complemented; ///< the node was reached by a marked edge
     };
-    using KEY = NODE_KEY<BDD_NODE>;
+    using KEY = basbdd::node_key<BDD_NODE>;
 
     bool settle(BDD_NODE* f, BDD_NODE*& result);
     BDD_NODE* join(const FRAME& frame, BDD_NODE* low);
@@ -31,7 +31,7 @@ private:
     BDD_NODE* const g_;
     ITE ite_;
     SMALL_STACK<FRAME> stack_;
-    MEMO<KEY> memo_;
+    basbdd::memo<KEY> memo_;
 };
 
 /// @brief Solves an edge that needs no descent: f begins below the variable or has it at the top,

@@ -66,5 +66,5 @@ private:
     BDD_NODE* const one_;
     BDD_NODE* const zero_;
     SMALL_STACK<FRAME> stack_;
-    MEMO<ITE_TRIPLE> memo_;
+    basbdd::memo<ITE_TRIPLE> memo_;
 };

@@ -3,160 +3,207 @@
 ///
 /// The manager keeps no results between calls: it has no computed table. Within one call each of
 /// `ifthenelse`, `compose`, `treetobdd` and `adduniqueidx` keeps a memo, which is empty at the
-/// start and gone at the end. All if-then-else steps of one `compose` share one.
+/// start and gone at the end. All if-then-else steps of one call share one.
 ///
 /// The memo changes no result. Nodes are canonical and never freed, so solving a subproblem once
 /// more would find the same nodes in the unique table and make no new one: a hit skips only work
 /// that has no effect, and the nodes, their order of creation and the edges are the same with the
-/// memo and without it.
-///
-/// Small cells pay next to nothing for it. The first entries lie in a buffer of the unit, which is
-/// never cleared: an entry counts only for the call whose number it bears. A call that needs more
-/// takes them from the heap and gives them back at its end.
+/// memo and without it. So the memo never fails either: where it finds no memory, it forgets.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 class BDD_NODE;
 
-/// @brief An exact map from subproblems to edges, by open addressing with linear probing.
+namespace basbdd {
+
+/// @brief A map from subproblems to edges, exact as long as there is memory.
 ///
-/// A search mostly fails. The tags, which lie apart from the entries, 16 to a cache line, tell so
-/// without a look at an entry:
+/// The entries stand in the order in which they came: the first ones in the object itself, so that
+/// small cells allocate nothing, the others in blocks, which never move. They are found by an index
+/// with linear probing, at most half full, whose slots mostly tell without a look at the entry that
+/// its key is another one:
 /// ```
-///     tag     31 ............ 8   7 ........ 0
-///             [ number of call ] [ of the hash ]      the place is free for every other call
+///     slot     31 .................. n   n-1 ............ 0        0: free
+///              [ of the key's hash ]     [ entry's number + 1 ]    the index has 2^n slots
 /// ```
-/// A memo of the same kind that another one makes useless, because the host calls the library from
-/// within a report, loses entries and nothing else.
-/// @tparam KEY  has `operator==` and `std::uint64_t hash() const`, whose upper bits are good
-template <typename KEY>
-class MEMO {
+/// An entry of an if-then-else takes 32 bytes, and 8 to 32 bytes of the index.
+/// @tparam problem  has `operator==` and `std::uint64_t hash() const`, whose upper bits are good
+template <typename problem>
+class memo {
 public:
-    MEMO() : call_(next_call()), tags_(kept_tags), entries_(kept_entries) {}
-    MEMO(const MEMO&) = delete;
-    MEMO& operator=(const MEMO&) = delete;
-    ~MEMO() = default;
+    // The tables are left uninitialised on purpose.
+    memo() {} // NOLINT(cppcoreguidelines-pro-type-member-init,modernize-use-equals-default)
+    memo(const memo&) = delete;
+    memo& operator=(const memo&) = delete;
+    ~memo() = default;
 
     /// @brief The result of a subproblem, null if it is not known.
-    BDD_NODE* find(const KEY& key) const
+    BDD_NODE* find(const problem& key) const
     {
         const std::uint64_t hash = key.hash();
         const std::uint32_t tag = tag_of(hash);
-        for (std::size_t at = hash >> shift_; is_taken(at); at = next(at)) {
-            if (tags_[at] == tag && entries_[at].key == key) {
-                return entries_[at].result;
+        for (std::size_t at = hash >> shift; slots[at] != 0; at = next(at)) {
+            const std::uint32_t number_if_equal = slots[at] ^ tag;
+            if (number_if_equal <= mask) {
+                const entry& candidate = entry_at(number_if_equal - 1);
+                if (candidate.key == key) {
+                    return candidate.result;
+                }
             }
         }
         return nullptr;
     }
 
     /// @brief Keeps the result of a subproblem that `find` did not know.
-    void add(const KEY& key, BDD_NODE* result)
+    void add(const problem& key, BDD_NODE* result)
     {
-        if (2 * ++used_ > mask_) {
-            grow();
+        if (used == limit) {
+            make_room();
         }
-        insert({key, result});
+        entry_at(used) = {key, result};
+        link(used, key);
+        ++used;
     }
 
 private:
-    struct ENTRY {
-        KEY key;
+    struct entry {
+        problem key;
         BDD_NODE* result;
     };
+    static_assert(std::is_trivially_copyable_v<entry>);
 
-    static constexpr unsigned hash_bits_in_tag = 8;
-    static constexpr std::uint32_t one_call = std::uint32_t{1} << hash_bits_in_tag;
-    static constexpr unsigned first_bits = 8;
-    static constexpr unsigned growth_bits = 2; ///< the next table has four times the entries
-    static constexpr std::size_t first_size = std::size_t{1} << first_bits;
-    /// The tables of 256, 1,024 and 4,096 entries stand side by side.
-    static constexpr std::size_t kept_size = first_size * (1 + 4 + 16);
-    inline static std::uint32_t kept_tags[kept_size];
-    inline static ENTRY kept_entries[kept_size];
-    inline static std::uint32_t last_call;
+    /// What is on the heap.
+    struct extension {
+        std::vector<std::unique_ptr<entry[]>> blocks;
+        std::unique_ptr<std::uint32_t[]> slots;
+    };
 
-    /// The tag of the new call without the bits of a hash.
-    static std::uint32_t next_call()
-    {
-        last_call += one_call;
-        if (last_call == 0) {
-            std::fill(std::begin(kept_tags), std::end(kept_tags), 0U);
-            last_call = one_call;
-        }
-        return last_call;
-    }
+    static constexpr unsigned own_bits = 8;
+    static constexpr unsigned growth_bits = 2; ///< the next index has four times the slots
+    static constexpr unsigned most_bits = 32;
+    static constexpr std::size_t own_slot_count = std::size_t{1} << own_bits;
+    static constexpr std::size_t own_entry_count = own_slot_count / 2;
+    static constexpr std::size_t block_size = 65536 / sizeof(entry);
+    /// Stands for the index until the first entry; never written, so that a call that keeps nothing
+    /// clears nothing.
+    inline static std::uint32_t no_slots[2];
 
-    /// The place comes from the uppermost bits.
+    std::size_t slot_count() const { return mask + std::size_t{1}; }
+    std::size_t next(std::size_t at) const { return (at + 1) & mask; }
     std::uint32_t tag_of(std::uint64_t hash) const
     {
-        return call_ | (static_cast<std::uint32_t>(hash >> 24) & (one_call - 1));
+        return static_cast<std::uint32_t>(hash) & ~mask;
     }
-    bool is_taken(std::size_t at) const { return (tags_[at] ^ call_) < one_call; }
-    std::size_t next(std::size_t at) const { return (at + 1) & mask_; }
 
-    void insert(const ENTRY& entry)
+    const entry& entry_at(std::size_t number) const
     {
-        const std::uint64_t hash = entry.key.hash();
-        std::size_t at = hash >> shift_;
-        while (is_taken(at)) {
+        if (number < own_entry_count) {
+            return own_entries[number];
+        }
+        const std::size_t place = number - own_entry_count;
+        return more->blocks[place / block_size][place % block_size];
+    }
+    entry& entry_at(std::size_t number)
+    {
+        return const_cast<entry&>(std::as_const(*this).entry_at(number));
+    }
+
+    void link(std::size_t number, const problem& key)
+    {
+        const std::uint64_t hash = key.hash();
+        std::size_t at = hash >> shift;
+        while (slots[at] != 0) {
             at = next(at);
         }
-        tags_[at] = tag_of(hash);
-        entries_[at] = entry;
+        slots[at] = tag_of(hash) | static_cast<std::uint32_t>(number + 1);
     }
 
-    [[gnu::noinline]] void grow()
+    /// Makes room for another entry. Without memory for that, all others go.
+    [[gnu::noinline]] void make_room()
     {
-        const std::uint32_t* const old_tags = tags_;
-        const ENTRY* const old_entries = entries_;
-        const std::size_t old_size = mask_ + 1;
-        const std::size_t size = old_size << growth_bits;
-        std::unique_ptr<std::uint32_t[]> more_tags;
-        std::unique_ptr<ENTRY[]> more_entries;
-        if (old_size < kept_size / 2) {
-            tags_ += old_size;
-            entries_ += old_size;
-        } else {
-            more_tags = std::make_unique<std::uint32_t[]>(size);
-            more_entries.reset(new ENTRY[size]); // left uninitialised: a free place has no entry
-            tags_ = more_tags.get();
-            entries_ = more_entries.get();
-        }
-        mask_ = size - 1;
-        shift_ -= growth_bits;
-        for (std::size_t i = 0; i < old_size; ++i) {
-            if ((old_tags[i] ^ call_) < one_call) {
-                insert(old_entries[i]);
+        try {
+            if (used == slot_count() / 2) {
+                widen_index();
             }
+            if (used == room()) {
+                add_block();
+            }
+        } catch (const std::bad_alloc&) {
+            used = 0;
+            link_all();
         }
-        heap_tags_ = std::move(more_tags);
-        heap_entries_ = std::move(more_entries);
+        limit = std::min(room(), slot_count() / 2);
     }
 
-    const std::uint32_t call_;
-    std::uint32_t* tags_;
-    ENTRY* entries_;
-    std::size_t mask_ = first_size - 1;
-    unsigned shift_ = 64 - first_bits;
-    std::size_t used_ = 0;
-    std::unique_ptr<std::uint32_t[]> heap_tags_;
-    std::unique_ptr<ENTRY[]> heap_entries_;
+    std::size_t room() const
+    {
+        return own_entry_count + (more == nullptr ? 0 : more->blocks.size() * block_size);
+    }
+
+    void widen_index()
+    {
+        if (slots == no_slots) {
+            slots = own_slots;
+            shift = 64 - own_bits;
+        } else {
+            const unsigned bits = 64 - shift + growth_bits;
+            if (bits > most_bits) {
+                throw std::bad_alloc();
+            }
+            extend().slots.reset(new std::uint32_t[std::size_t{1} << bits]);
+            slots = more->slots.get();
+            shift = 64 - bits;
+        }
+        mask = static_cast<std::uint32_t>((std::uint64_t{1} << (64 - shift)) - 1);
+        link_all();
+    }
+
+    void link_all()
+    {
+        std::fill_n(slots, slot_count(), 0U);
+        for (std::size_t number = 0; number < used; ++number) {
+            link(number, entry_at(number).key);
+        }
+    }
+
+    void add_block() { extend().blocks.push_back(std::unique_ptr<entry[]>(new entry[block_size])); }
+
+    extension& extend()
+    {
+        if (more == nullptr) {
+            more = std::make_unique<extension>();
+        }
+        return *more;
+    }
+
+    std::uint32_t* slots = no_slots;
+    std::uint32_t mask = 0;
+    unsigned shift = 63;
+    std::size_t used = 0;
+    std::size_t limit = 0; ///< entries before the next `make_room`
+    std::unique_ptr<extension> more;
+    std::uint32_t own_slots[own_slot_count];
+    entry own_entries[own_entry_count];
 };
 
 /// @brief The key of a memo about nodes of one kind.
-template <typename NODE>
-struct NODE_KEY {
-    const NODE* node;
+template <typename node_type>
+struct node_key {
+    const node_type* node;
 
-    bool operator==(const NODE_KEY& other) const { return node == other.node; }
+    bool operator==(const node_key& other) const { return node == other.node; }
     std::uint64_t hash() const
     {
         return reinterpret_cast<std::uintptr_t>(node) * 0x9E3779B97F4A7C15U;
     }
 };
+
+} // namespace basbdd

@@ -47,7 +47,7 @@ private:
 unsigned collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity)
 {
     VARIABLE_LIST variables(list, capacity);
-    MEMO<NODE_KEY<BDD_NODE>> visited;
+    basbdd::memo<basbdd::node_key<BDD_NODE>> visited;
     SMALL_STACK<BDD_NODE*> waiting;
     waiting.push(node);
     while (!waiting.empty()) {

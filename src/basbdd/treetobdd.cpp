@@ -65,7 +65,7 @@ private:
         BDD_NODE* left;
         bool left_is_known;
     };
-    using KEY = NODE_KEY<BOOL_TNODE>;
+    using KEY = basbdd::node_key<BOOL_TNODE>;
 
     bool settle(BOOL_TNODE* tree, BDD_NODE*& result);
     BDD_NODE* leaf(const BOOL_TNODE& tree);
@@ -75,7 +75,7 @@ private:
     const unsigned short* remap_;
     SIGNAL_LOOKUP signals_;
     SMALL_STACK<FRAME> stack_;
-    MEMO<KEY> memo_;
+    basbdd::memo<KEY> memo_;
 };
 
 BDD_NODE* CONVERSION::leaf(const BOOL_TNODE& tree)

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr unsigned short variables = 26;
+constexpr unsigned short variables = 36;
 
 /// A sum of pairs in an order that makes it large, and a conjunction of all variables.
 struct BDDS {
@@ -68,6 +68,26 @@ TEST(bdd_exhaustion, of_every_operation)
 {
     for (const auto method : {BDD_STORE_HASH, BDD_STORE_TREE}) {
         exhaust(operations, method, 9U);
+    }
+}
+
+TEST(bdd_exhaustion, of_large_blocks_makes_calls_slower_at_most)
+{
+    constexpr unsigned pairs = 17;
+    for (const std::size_t largest : {std::size_t{16} << 20U, std::size_t{48} << 10U}) {
+        BDDS s(BDD_STORE_TREE, pairs);
+        BDD_NODE* const last = s.owner->variable(variables - 1);
+        const long nodes_before = failing_heap::live_blocks();
+        failing_heap::refuse_above(largest);
+        BDD_NODE* const result = s.manager.ifthenelse(s.sum->bdd, basbdd_one, last);
+        const std::size_t beside = failing_heap::peak_bytes() - failing_heap::live_bytes();
+        const auto nodes = static_cast<std::size_t>(failing_heap::live_blocks() - nodes_before);
+        EXPECT_GT(nodes, std::size_t{2} << pairs);
+        EXPECT_LT(beside, 100 * nodes);
+        s.sum->setbdd(s.manager.compose(result, variables - 2, last));
+        failing_heap::disarm();
+        EXPECT_EQ(s.sum->bdd, result);
+        EXPECT_EQ(s.sum->nsuppt, variables - 1);
     }
 }
 

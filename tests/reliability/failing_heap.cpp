@@ -2,6 +2,10 @@
 
 #include "ut_text.h"
 
+#include <malloc.h>
+
+#include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -12,6 +16,9 @@ static long last_failing = 0;
 static long count = 0;
 static long failed = 0;
 static long live = 0;
+static std::size_t largest = SIZE_MAX;
+static std::size_t in_use = 0;
+static std::size_t peak = 0;
 
 void failing_heap::arm(long first, long last)
 {
@@ -23,10 +30,19 @@ void failing_heap::arm(long first, long last)
 long failing_heap::disarm()
 {
     last_failing = 0;
+    largest = SIZE_MAX;
     return std::exchange(failed, 0);
 }
 
+void failing_heap::refuse_above(std::size_t bytes)
+{
+    largest = bytes;
+    peak = in_use;
+}
+
 long failing_heap::live_blocks() { return live; }
+std::size_t failing_heap::live_bytes() { return in_use; }
+std::size_t failing_heap::peak_bytes() { return peak; }
 
 /// Messages are of no interest here, and to keep them would take memory.
 void ut_status(const char* text) { std::free(const_cast<char*>(text)); }
@@ -35,16 +51,20 @@ void ut_status(const char* text) { std::free(const_cast<char*>(text)); }
 void* operator new(std::size_t size)
 {
     ++count;
-    if (first_failing <= count && count <= last_failing) {
+    if ((first_failing <= count && count <= last_failing) || size > largest) {
         ++failed;
         throw std::bad_alloc();
     }
+    void* const block = std::malloc(size == 0 ? 1 : size);
     ++live;
-    return std::malloc(size == 0 ? 1 : size);
+    in_use += malloc_usable_size(block);
+    peak = std::max(peak, in_use);
+    return block;
 }
 void operator delete(void* block) noexcept
 {
     live -= block == nullptr ? 0 : 1;
+    in_use -= malloc_usable_size(block);
     std::free(block);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept { operator delete(block); }
