@@ -1,9 +1,7 @@
 #include "basbdd.h"
 #include "constants.h"
-#include "edge.h"
-#include "memo.h"
+#include "ite.h"
 #include "reports.h"
-#include "small_stack.h"
 
 #include <unordered_map>
 
@@ -52,7 +50,7 @@ private:
 class CONVERSION {
 public:
     CONVERSION(BDD_MANAGER& manager, const unsigned short* remap)
-        : manager_(manager), remap_(remap), signals_(manager)
+        : manager_(manager), remap_(remap), signals_(manager), ite_(manager)
     {
     }
 
@@ -74,6 +72,7 @@ private:
     BDD_MANAGER& manager_;
     const unsigned short* remap_;
     SIGNAL_LOOKUP signals_;
+    ITE ite_;
     SMALL_STACK<FRAME> stack_;
     basbdd::memo<KEY> memo_;
 };
@@ -118,11 +117,11 @@ BDD_NODE* CONVERSION::join(const BOOL_TNODE& tree, BDD_NODE* left, BDD_NODE* rig
     const bool is_null = left == nullptr || right == nullptr;
     switch (tree.op) {
     case BOOL_OP_AND:
-        return is_null ? nullptr : manager_.ifthenelse(left, right, basbdd_zero);
+        return is_null ? nullptr : ite_.solve({left, right, basbdd_zero});
     case BOOL_OP_XOR:
-        return is_null ? nullptr : manager_.ifthenelse(left, edge::complement(right), right);
+        return is_null ? nullptr : ite_.solve({left, edge::complement(right), right});
     case BOOL_OP_OR:
-        return is_null ? nullptr : manager_.ifthenelse(left, basbdd_one, right);
+        return is_null ? nullptr : ite_.solve({left, basbdd_one, right});
     default:
         report(BDD_REPORT::UNKNOWN_OPERATOR);
         return nullptr;
