@@ -59,14 +59,16 @@ bool COMPOSE::settle(BDD_NODE* f, BDD_NODE*& result)
 }
 
 /// The result for a node whose children's results are known; null when it needs a node for a
-/// variable that the manager does not have.
+/// variable that the manager does not have. Where no node has the variable, every node is made
+/// again, for it may be one of another manager.
 BDD_NODE* COMPOSE::join(const FRAME& frame, BDD_NODE* low)
 {
     const unsigned short var = frame.node->varid;
     BDD_NODE* result = nullptr;
     if (frame.high == low) {
         result = low;
-    } else if (frame.high == frame.node->high && low == frame.node->low && var < manager_.nvars) {
+    } else if (frame.high == frame.node->high && low == frame.node->low && var < manager_.nvars &&
+               var_ != no_variable) {
         result = frame.node; // nothing has changed below: no need to search for it
     } else if (var < edge::variable(frame.high) && var < edge::variable(low)) {
         result = ite_.make(var, frame.high, low);

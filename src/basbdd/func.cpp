@@ -35,6 +35,13 @@ BDD_NODE* with_signal_replaced(const BDD_FUNC& f, TECHMAP_SIG* sig, const G& g)
     return var == no_variable ? nullptr : f.mgr->compose(f.bdd, var, g(var));
 }
 
+/// The function of an edge of another manager in nodes of this one; null when this one lacks a
+/// variable that it depends on.
+BDD_NODE* rebuild(BDD_MANAGER& manager, BDD_NODE* foreign)
+{
+    return manager.compose(foreign, no_variable, nullptr);
+}
+
 /// @brief An empty list of variables, on the stack for the cells of a library.
 class SCRATCH_LIST {
 public:
@@ -58,6 +65,7 @@ BDD_FUNC::BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager,
                    unsigned short* remap)
     : nsuppt(0), nvars(capacity), suppt(nullptr), mgr(manager), bdd(nullptr)
 {
+    ensure_constants();
     if (f == nullptr) {
         report(BDD_REPORT::CONVERSION_OF_NULL);
     }
@@ -132,5 +140,7 @@ void BDD_FUNC::substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn)
     if (fn->nvars != nvars) {
         report(BDD_REPORT::OTHER_CAPACITY);
     }
-    setbdd(with_signal_replaced(*this, sig, [fn](unsigned short) { return fn->bdd; }));
+    setbdd(with_signal_replaced(*this, sig, [this, fn](unsigned short) {
+        return fn->mgr == mgr ? fn->bdd : rebuild(*mgr, fn->bdd);
+    }));
 }

@@ -1,8 +1,9 @@
-#include "bdd_oracle.h"
 #include "host_recorder.h"
+#include "recording_store.h"
 
-#include <gtest/gtest.h>
-
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
 #include <memory>
 
 using tree_oracle::FUNC;
@@ -10,54 +11,80 @@ using tree_oracle::signal;
 
 namespace {
 
-std::string text_of(BDD_FUNC& f)
-{
-    char out[256];
-    char names[] = "abcdefghijklm";
-    f.printbddexpr(out, names);
-    return out;
-}
-
 std::vector<unsigned short> support_of(const BDD_FUNC& f)
 {
     return {f.suppt, f.suppt + f.nvars + 1};
 }
 
 /// Variables 0 to 2 stand for the tree oracle's signals.
-struct func : testing::Test {
+class func : public testing::Test {
+protected:
+    func()
+    {
+        host_recorder::on_report = [this](int line) {
+            reported += ' ' + std::to_string(line);
+            std::replace_copy(out, std::find(out, std::end(out), '#'), std::back_inserter(reported),
+                              '\0', '.');
+            BDD_FUNC(3, &conjunction, &manager, nullptr).complsiginfn(signals[0]);
+        };
+    }
+    ~func() override
+    {
+        host_recorder::on_report = nullptr;
+        host_recorder::take_reports();
+    }
+
+    std::string text_of(BDD_FUNC& function)
+    {
+        char names[] = "abc";
+        function.printbddexpr(out, names);
+        std::string text = out;
+        std::fill(out, std::end(out), '#');
+        return text;
+    }
+
+    /// Frees the function, after a look at its text and all reports since the last call: their
+    /// lines, each with what stood in the buffer for the text.
+    void expect(const char* text, const char* reports, BDD_FUNC* function)
+    {
+        const std::unique_ptr<BDD_FUNC> owner(function);
+        EXPECT_EQ(text_of(*function), text);
+        EXPECT_EQ(std::exchange(reported, ""), reports) << text;
+    }
+
+    BDD_FUNC* converted(const char* shape, unsigned short* remap = nullptr)
+    {
+        FUNC tree(shape);
+        return new BDD_FUNC(3, &tree, &manager, remap);
+    }
+
     TECHMAP_SIG* signals[3] = {signal(0), signal(1), signal(2)};
     BDD_MANAGER manager{BDD_STORE_HASH, 3, signals};
     FUNC conjunction{"*(a,b)"};
     BDD_FUNC f{3, &conjunction, &manager, nullptr};
-
-    std::string converted(const char* shape, unsigned short* remap = nullptr)
-    {
-        FUNC tree(shape);
-        BDD_FUNC bdd(3, &tree, &manager, remap);
-        return text_of(bdd);
-    }
+    char out[256] = "#";
+    std::string reported;
 };
 
 } // namespace
 
-TEST(typical_request, runs_as_it_stands)
+TEST_F(func, typical_request_runs_as_it_stands)
 {
     for (const auto method : {BDD_STORE_HASH, BDD_STORE_TREE, BDD_STORE_METHOD(7)}) {
-        TECHMAP_SIG* st[] = {signal(0), signal(1)};
         BOOL_FUNC function(BOOL_FUNC_AND, nullptr, BOOL_VAR_A);
-        function.addsigtofunc(st[0], 0);
-        function.addsigtofunc(st[1], 0);
-        function.setvarname(st[0], BOOL_VAR_A);
-        function.setvarname(st[1], BOOL_VAR_B);
+        function.addsigtofunc(signals[0], 0);
+        function.addsigtofunc(signals[1], 0);
+        function.setvarname(signals[0], BOOL_VAR_A);
+        function.setvarname(signals[1], BOOL_VAR_B);
         EXPECT_EQ(function.nsuppt, 2);
         const std::unique_ptr<char[]> equation(function.writeeqn());
         EXPECT_STREQ(equation.get(), "A*B");
-        BDD_MANAGER manager(method, 2, st);
-        BDD_FUNC bdd(2, &function, &manager, nullptr);
+        BDD_MANAGER two(method, 2, signals);
+        BDD_FUNC bdd(2, &function, &two, nullptr);
         EXPECT_EQ(support_of(bdd), (std::vector<unsigned short>{0, 1, 0xFFFF}));
         EXPECT_EQ(text_of(bdd), "(a?b:0)");
-        bdd.setsigto1(st[1]);
-        EXPECT_EQ(bdd.bdd, manager.table->findoradd(0, basbdd_one, basbdd_zero));
+        bdd.setsigto1(signals[1]);
+        EXPECT_EQ(bdd.bdd, two.table->findoradd(0, basbdd_one, basbdd_zero));
         EXPECT_EQ(text_of(bdd), "a");
     }
 }
@@ -75,11 +102,10 @@ TEST_F(func, texts)
                                                          {"-", "0"},
                                                          {"~-", "1"}};
     for (const auto& [tree, text] : cases) {
-        EXPECT_EQ(converted(tree), text) << tree;
+        expect(text, "", converted(tree));
     }
     unsigned short exchange[] = {1, 0, 2};
-    EXPECT_EQ(converted("*(a,~b)", exchange), "~(a?1:~b)");
-    char out[8];
+    expect("~(a?1:~b)", "", converted("*(a,~b)", exchange));
     char names[] = "ab";
     EXPECT_EQ(std::string(out, f.bdd->printbddexpr(out, names)), "a?b:0");
 }
@@ -95,52 +121,87 @@ TEST_F(func, copies_the_support_and_adds_to_a_list)
     std::vector<unsigned short> list{1, 5, 0xFFFF, 0xFFFF, 0xFFFF};
     f.bdd->adduniqueidx(list.data());
     EXPECT_EQ(list, (std::vector<unsigned short>{0, 1, 5, 0xFFFF, 0xFFFF}));
+    FUNC choice("+(*(a,c),*(~a,b))");
+    EXPECT_EQ(support_of(BDD_FUNC(2, &choice, &manager, nullptr)),
+              (std::vector<unsigned short>{0, 1, 0xFFFF}))
+        << "the uppermost of three";
 }
 
 TEST_F(func, reports_each_misuse_once)
 {
-    const auto lines = [] { return host_recorder::take_report_lines(); };
-    using LINES = std::vector<int>;
-    BDD_FUNC no_source(nullptr);
+    FUNC shared("~?(~*(a,j),@(b,-))"); // one unknown signal on two paths, below a good subtree
+    shared.root->right->right = shared.root->left;
+    unsigned short beyond[] = {0, 3, 2};
+    expect("0", " 150", new BDD_FUNC(nullptr));
+    expect("0", " 166", new BDD_FUNC(3, nullptr, &manager, nullptr));
+    expect("1", " 563 563 586", new BDD_FUNC(3, &shared, &manager, nullptr));
+    expect("0", " 586 563", converted("*(?(a,b),j)")); // left is converted before right
+    expect("0", " 563", converted("*(a,b)", beyond));
+
+    auto* edited = new BDD_FUNC(nullptr);
+    edited->setsigto1(signals[0]);
+    expect("0", " 150", edited);
+    BDD_NODE childless(0);
+    edited = new BDD_FUNC(&f);
+    edited->bdd = &childless;
+    expect("(a?:)", " 97(a? 117(a?", edited);
+    edited = new BDD_FUNC(&f);
+    edited->bdd = nullptr;
+    expect("", " 241.", edited);
+
     const auto report = host_recorder::take_reports().at(0);
     EXPECT_EQ(report.text + report.app + " " + report.id + " " + report.rev,
               "basbd 4:1 $Revision: 1.5 $");
     EXPECT_EQ(std::make_tuple(report.line, report.kind, report.extra),
               std::make_tuple(150, 2, nullptr));
-    no_source.setsigto1(signal(0));
-    EXPECT_EQ(text_of(no_source), "0");
+}
 
-    BDD_FUNC no_tree(3, nullptr, &manager, nullptr);
-    EXPECT_EQ(lines(), LINES{166});
-    EXPECT_EQ(no_tree.bdd, basbdd_zero);
-
+TEST_F(func, takes_the_function_of_another_manager_in_nodes_of_its_own)
+{
+    FUNC tree("*(b,c)");
+    const BDD_FUNC own(3, &tree, &manager, nullptr);
     BDD_MANAGER other(BDD_STORE_TREE, 3, signals);
-    BDD_FUNC foreign(1, &conjunction, &other, nullptr);
-    EXPECT_EQ(support_of(foreign), (std::vector<unsigned short>{0, 0xFFFF})) << "the list is full";
-    BDD_FUNC(&f).substfnforsig(signal(0), &foreign);
-    EXPECT_EQ(lines(), (LINES{202, 205}));
+    BDD_FUNC foreign(1, &tree, &other, nullptr);
+    for (const char* const shape : {"a", "*(a,b)", "+(*(a,b),*(a,c))"}) {
+        BDD_FUNC* const edited = converted(shape);
+        edited->substfnforsig(signals[0], &foreign);
+        EXPECT_EQ(edited->bdd, own.bdd) << shape;
+        expect("(b?c:0)", " 202 205", edited);
+    }
+}
 
-    BDD_NODE childless(0);
-    BDD_FUNC unusable(&f);
-    unusable.bdd = &childless;
-    EXPECT_EQ(text_of(unusable), "(a?:)");
-    EXPECT_EQ(lines(), (LINES{97, 117}));
-    unusable.bdd = nullptr;
-    EXPECT_EQ(text_of(unusable), "");
-    EXPECT_EQ(lines(), LINES{241});
+/// In a process that has made no manager.
+TEST(first_function, makes_the_constants)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto is_zero = [](const BDD_FUNC& f) {
+        std::exit(basbdd_one != nullptr && f.bdd == basbdd_zero ? 0 : 1);
+    };
+    EXPECT_EXIT(is_zero({0, nullptr, nullptr, nullptr}), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(is_zero(BDD_FUNC(nullptr)), testing::ExitedWithCode(0), "");
+}
 
-    // One unknown signal on two paths, below a good subtree and an unknown operator.
-    FUNC shared("~?(~*(a,j),@(b,-))");
-    shared.root->right->right = shared.root->left;
-    BDD_FUNC g(3, &shared, &manager, nullptr);
-    EXPECT_EQ(lines(), (LINES{563, 563, 586}));
-    EXPECT_EQ(text_of(g), "1") << "the complement of what could not be converted";
-    EXPECT_EQ(converted("*(?(a,b),j)"), "0");
-    EXPECT_EQ(lines(), (LINES{586, 563})) << "left is converted before right";
-    unsigned short remap[] = {0, 3, 2};
-    BDD_FUNC remapped(3, &conjunction, &manager, remap);
-    EXPECT_EQ(lines(), LINES{563});
-    EXPECT_EQ(text_of(remapped), "0");
+TEST(conversion, solves_nothing_twice)
+{
+    const auto searches = [](const std::string& text) {
+        TECHMAP_SIG* order[16];
+        std::generate_n(order, 16, [i = 0U]() mutable { return signal(i++); });
+        BDD_MANAGER manager(BDD_STORE_HASH, 16, order);
+        const auto& record = bdd_oracle::record_store<BDD_HASH>(manager);
+        FUNC tree(text.c_str());
+        const BDD_FUNC converted(16, &tree, &manager, nullptr);
+        return static_cast<double>(record.searches);
+    };
+    const auto sum_of_pairs = [](int step) {
+        std::string sum = "0";
+        for (int i = 0; i < 8; ++i) {
+            const char pair[] = {'*', '(', char('a' + i), ',', char('i' + i * step % 8), ')', '\0'};
+            sum.insert(0, std::string("+(") + pair + ",").append(")");
+        }
+        return sum;
+    };
+    const std::string product = "*(" + sum_of_pairs(1) + "," + sum_of_pairs(3) + ")";
+    EXPECT_LT(searches("@(" + product + "," + product + ")"), 1.1 * searches(product));
 }
 
 TEST(conversion_and_edits, agree_with_the_tree_evaluator)
