@@ -6,6 +6,8 @@
 #include "ut_btr_tree.h"
 #include "ut_hash.h"
 
+class UT_STORE; // a host's own containers may share their first slots without sharing a base
+
 /// @brief A BDD node; a `BDD_NODE*` in a signature is an edge.
 ///
 /// An edge is a node's address whose bit 0 marks a complement: with the mark it stands for the
