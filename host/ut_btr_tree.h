@@ -15,7 +15,7 @@ public:
     /// Frees the container; no entry, for which see `flush`.
     ~UT_BTR_TREE() override;
 
-    void* s_add(const void* key, void* data) override; ///< two comparisons after `s_find` of `key`
+    void* s_add(const void* key, void* data) override; ///< three comparisons after `s_find`
     void* s_find(const void* key) override;            ///< in logarithmic time
     void* s_remove(const void* key) override;          ///< in logarithmic time
     virtual void del_func(void* entry) = 0; ///< frees one entry, which the tree no longer holds

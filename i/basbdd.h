@@ -3,6 +3,11 @@
 ///
 /// Used from one thread at a time. Memory that runs out throws std::bad_alloc and leaves managers
 /// and functions usable. Reports go to `ut_msgman` with the identifier 4:1 and the line given.
+///
+/// A report may call the library, also for the manager, the tree and the function that it is about.
+/// It must not change or destroy them, for the operation goes on with them; nor, by way of
+/// `substfnforsig`, the function put in place. A container of the host may call the library for
+/// other managers than its own.
 #pragma once
 
 #include "basbdapi.h"
@@ -20,7 +25,10 @@ extern BASBD_API BDD_NODE* basbdd_zero;
 /// Variable 0 is nearest the root; the order never changes. The manager keeps every node until it
 /// is destroyed and no results of operations; what one call has solved it does not solve again.
 /// Operands are edges of this manager or the constants; the call stack does not grow with the
-/// number of variables.
+/// number of variables. The node of variable i is `table->findoradd(i, basbdd_one, basbdd_zero)`.
+///
+/// Beside the nodes that stay, a call takes up to 72 bytes for every subproblem that it solves.
+/// Where it gets no more, it forgets some and may take longer; that alone makes no call fail.
 class BASBD_API BDD_MANAGER {
 public:
     unsigned short nvars;  ///< number of variables
@@ -84,20 +92,20 @@ public:
     ///
     /// A tree that cannot be converted, or none, gives the constant 0 before the complement flag
     /// of `f` applies. Costs what the conversion costs, and `setbdd`.
+    /// Reports 4:1, line 166 (`f` is null: the function is the constant 0), line 563 (a signal
+    /// without a variable, or a remapped variable that the manager does not have; once for every
+    /// path to the leaf) and line 586 (unknown operator).
     /// @param capacity  of the support list: normally the manager's number of variables; of a
     ///                  larger support only the uppermost variables are listed
     /// @param f         the tree function, not changed; null is reported
     /// @param manager   not null; not owned
     /// @param remap     null, or an entry for each variable of the manager: the one to take in its
     ///                  place
-    /// Reports 4:1, line 166 (`f` is null: the function is the constant 0), line 563 (a signal
-    /// without a variable, or a remapped variable that the manager does not have; once for every
-    /// path to the leaf) and line 586 (unknown operator).
     BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager, unsigned short* remap);
 
     /// @brief A copy with the same manager and edge and a support list of its own, in O(nvars).
-    /// @param src  not changed; null is reported
     /// Reports 4:1, line 150 (`src` is null): the function is the constant 0 without a manager.
+    /// @param src  not changed; null is reported
     explicit BDD_FUNC(BDD_FUNC* src);
     BDD_FUNC(const BDD_FUNC&) = delete;
     BDD_FUNC& operator=(const BDD_FUNC&) = delete;
@@ -120,7 +128,8 @@ public:
     /// @brief Puts the function `fn`, which is not changed unless it is this one, in place of the
     /// variable.
     /// Reports 4:1, line 202 (`fn` has another manager) and line 205 (`fn` has another `nvars`),
-    /// and goes on; edges of another manager have no meaning in this one.
+    /// and goes on: nodes of another manager are made again in this one, by the numbers of their
+    /// variables.
     /// @param sig  the signal, compared by address
     /// @param fn   not null; may be this function
     void substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn);
@@ -128,10 +137,10 @@ public:
 
     /// @brief Writes the function as nested if-then-else: `1`, `~a`, `~(a?b:~b)`.
     ///
-    /// Takes time linear in the text.
-    /// @param out    not null: room for the whole text and a NUL; see BDD_NODE::printbddexpr for
-    /// its length
+    /// Takes time linear in the text. When memory ends, std::bad_alloc leaves the beginning of the
+    /// text without a NUL. Reports 4:1, line 241, when `bdd` is null, and writes the empty text.
+    /// @param out    not null: room for the whole text, whose length BDD_NODE::printbddexpr gives,
+    ///               and a NUL
     /// @param names  a character for every variable index that occurs
-    /// Reports 4:1, line 241, when `bdd` is null, and writes the empty text.
     void printbddexpr(char* out, char* names);
 };

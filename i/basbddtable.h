@@ -21,8 +21,9 @@ class UT_STORE; // a host's own containers may share their first slots without s
 /// Every node in a unique table has an unmarked `high` that differs from `low`, and children of
 /// larger variables; it never changes and lives as long as its table.
 ///
-/// Evaluate an edge: follow `high` or `low` by the value of `varid` down to the constant node,
-/// counting marks; an even number of them is 1. A node takes 32 bytes of the heap.
+/// Complement an edge: flip bit 0 of the address; never that of a null. Evaluate one: follow `high`
+/// or `low` by the value of `varid` down to the constant node, counting marks; an even number of
+/// them is 1. A node takes 32 bytes of the heap.
 class BASBD_API BDD_NODE {
 public:
     unsigned short varid; ///< index of the node's variable; 0xFFFF marks the constant
@@ -36,7 +37,8 @@ public:
     /// @brief Adds the variables of this node and of all nodes below it to a sorted list.
     ///
     /// Each index enters once. Visits every node once: O(n log v + v^2) for n nodes of v variables,
-    /// each of which may move those already listed.
+    /// each of which may move those already listed. When memory ends, std::bad_alloc leaves some of
+    /// the variables listed, in order.
     /// @param list  ascending indexes, then 0xFFFF in every free entry; holds all variables that
     ///              occur in it or here and one entry more. Call on a node, not on a marked edge.
     void adduniqueidx(unsigned short* list);
@@ -44,12 +46,21 @@ public:
     /// @brief Writes the node as nested if-then-else, as in `a?b:0`, without a NUL.
     ///
     /// The text names a node anew on every path to it, so it can be exponentially longer than the
-    /// BDD. Takes time linear in the text. A null edge writes nothing. Call on a node of a
-    /// variable, not on a marked edge.
+    /// BDD. Its length is the sum of three characters, `a?:`, and the lengths for both edges:
+    /// ```
+    ///     length of an edge = (1 if marked) + 1                     variable node (high 1, low 0)
+    ///                         (1 if marked) + 5 + high + low        any other node
+    ///                         1                                     constant
+    /// ```
+    /// with the lengths of the two edges for `high` and `low`. Counted once for every node, from
+    /// the largest variable up, that is linear in the BDD; stop the sum before it overflows.
+    ///
+    /// Takes time linear in the text. A null edge writes nothing. Call on a node of a variable, not
+    /// on a marked edge. When memory ends, std::bad_alloc leaves the beginning of the text.
+    /// Reports 4:1, line 97 (high edge null) and line 117 (low edge null).
     /// @param out    room for the whole text
     /// @param names  a character for every variable index that occurs
     /// @return the position behind the last character
-    /// Reports 4:1, line 97 (high edge null) and line 117 (low edge null).
     char* printbddexpr(char* out, char* names);
 };
 
@@ -89,7 +100,8 @@ public:
 
 /// @brief The unique table: one node per (variable, high edge, low edge).
 ///
-/// The owner destroys `store` before it frees the table; all nodes go with the store.
+/// The owner destroys `store` before it frees the table; all nodes go with the store. The node of
+/// variable i is that of (i, `basbdd_one`, `basbdd_zero`).
 class BASBD_API BDD_TABLE {
 public:
     UT_STORE* store;         ///< the container, destroyed by the table's owner
@@ -102,7 +114,8 @@ public:
     /// @brief The one node of the triple, made if there is none yet.
     ///
     /// Stores what it is given: the caller keeps `high` unmarked and different from `low`. Takes
-    /// constant time on average in the hash table, logarithmic time in the tree.
+    /// constant time on average in the hash table, logarithmic time in the tree. The store is
+    /// searched with a record that dies with the call; only one that is not found is made to stay.
     /// @param varid  below 0xFFFF
     /// @param high   edge to the function for `varid` = 1
     /// @param low    edge to the function for `varid` = 0

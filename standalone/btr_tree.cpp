@@ -39,7 +39,7 @@ public:
         return nullptr;
     }
 
-    /// An addition mostly follows a search for an equal key: two comparisons show that.
+    /// An addition mostly follows a search for an equal key: three comparisons show that.
     void* add(void* key) { return *entries.insert(gap, key); }
 
     void* remove(const void* key)
