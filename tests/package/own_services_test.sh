@@ -3,4 +3,4 @@
 # usage: own_services_test.sh LIBRARY PROGRAM
 set -eu
 # shellcheck disable=SC2046 # a list of words
-exec "$2" $(nm -C "$1" | sed -n 's/ [a-z] .*bd_dynamic$//p')
+exec "$2" $(nm -C "$1" | sed -n 's/ [a-z] .*bd_dynamic.*//p')
