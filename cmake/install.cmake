@@ -1,9 +1,24 @@
-# What an installed copy consists of: headers, both libraries, a CMake package, a pkg-config file and
-# gdb printers.
+# What an installed copy consists of, in three components.
 include(CMakePackageConfigHelpers)
 
+# ---- library: both shared libraries and the gdb printers
+install(TARGETS basbd basbdhost EXPORT basbd-targets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development)
+# gdb loads the script on its own for a library of this place and name.
+install(FILES gdb/basbd_printers.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}
+        RENAME $<TARGET_FILE_NAME:basbd>-gdb.py COMPONENT library)
+
+# ---- tool
+if(TARGET cellfn)
+  file(RELATIVE_PATH libraries_from_tool /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(cellfn PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_tool}")
+  install(TARGETS cellfn DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+endif()
+
+# ---- development: headers, a CMake package and a pkg-config file
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
 install(DIRECTORY i/ host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/basbd FILES_MATCHING PATTERN "*.h")
-install(TARGETS basbd basbdhost EXPORT basbd-targets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/basbd)
 install(EXPORT basbd-targets NAMESPACE basbd:: DESTINATION ${config_dir})
@@ -20,8 +35,3 @@ set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH prefix_from_pkgconfig /prefix/${pkgconfig_dir} /prefix)
 configure_file(cmake/basbd.pc.in ${CMAKE_CURRENT_BINARY_DIR}/basbd.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/basbd.pc DESTINATION ${pkgconfig_dir})
-
-# gdb loads the script on its own for a library of this place and name.
-install(FILES gdb/basbd_printers.py
-        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load/\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}
-        RENAME $<TARGET_FILE_NAME:basbd>-gdb.py)
