@@ -4,6 +4,9 @@
 
 #include "ut_store.h"
 
+/// @addtogroup services Host services
+/// @{
+
 /// @brief An ordered set of pointers, compared and freed by the hooks of a derived class.
 ///
 /// Virtual slots: destructor, `s_add`, `s_find`, `s_remove`, `del_func`, `comp_func`.
@@ -31,3 +34,5 @@ public:
     STATE* state;       ///< the container itself
     unsigned char flag; ///< the constructor's argument
 };
+
+/// @}

@@ -4,6 +4,9 @@
 
 #include "ut_api.h"
 
+/// @addtogroup services Host services
+/// @{
+
 /// @brief Hands out blocks of one size and takes them back. Used from one thread at a time.
 ///
 /// The library makes its pool while it is loaded, before any constructor of the host has run.
@@ -23,3 +26,5 @@ public:
     class STATE;  ///< the host's own
     STATE* state; ///< the pool itself
 };
+
+/// @}

@@ -4,6 +4,9 @@
 
 #include "ut_store.h"
 
+/// @addtogroup services Host services
+/// @{
+
 /// @brief A set of pointers, hashed, compared and freed by the hooks of a derived class.
 ///
 /// Virtual slots: destructor, `s_add`, `s_find`, `s_remove`, `hash_func`, `comp_func`, `del_func`.
@@ -32,3 +35,5 @@ public:
     STATE* state;       ///< the container itself
     unsigned char flag; ///< the constructor's argument
 };
+
+/// @}

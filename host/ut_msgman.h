@@ -4,6 +4,9 @@
 
 #include "ut_api.h"
 
+/// @addtogroup services Host services
+/// @{
+
 /// @brief Receives reports. A client may derive its own and set `ut_msgman` to it.
 ///
 /// `report` is the fourteenth virtual slot. There is no virtual destructor, for it would take
@@ -46,3 +49,5 @@ protected:
 extern UT_API UT_MSGMAN* ut_msgman;
 /// The application's name; read at every report.
 extern UT_API char* cae_appname;
+
+/// @}

@@ -4,6 +4,9 @@
 
 #include "ut_api.h"
 
+/// @addtogroup services Host services
+/// @{
+
 /// @brief The first four virtual slots of `UT_HASH` and `UT_BTR_TREE`, in this order.
 ///
 /// A caller that holds either container works through this base. The class has no state and no
@@ -24,3 +27,5 @@ public:
     /// @brief Takes the entry equal to `key` out without freeing it. @return the entry or null
     virtual void* s_remove(const void* key) = 0;
 };
+
+/// @}

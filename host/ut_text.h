@@ -4,9 +4,14 @@
 
 #include "ut_api.h"
 
+/// @addtogroup services Host services
+/// @{
+
 /// @brief Formats like printf into a new string, which the receiver of the text frees.
 /// @return memory from malloc; throws std::bad_alloc
 UT_API char* neoform(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 /// @brief Takes a text made by `neoform` as a status message for the user, and owns it.
 UT_API void ut_status(const char* text);
+
+/// @}

@@ -6,6 +6,9 @@
 
 #include <cstddef>
 
+/// @addtogroup trees Expression trees
+/// @{
+
 class BDD_MANAGER;
 class BDD_NODE;
 class UT_FASTMEM;
@@ -404,3 +407,5 @@ public:
     /// @param text  terminated, with room for what is appended
     void catvars(char* text);
 };
+
+/// @}

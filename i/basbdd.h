@@ -14,6 +14,9 @@
 #include "basbdbool.h"
 #include "basbddtable.h"
 
+/// @addtogroup bdds Binary decision diagrams
+/// @{
+
 /// The edge to the constant node without a mark: the function 1. Null until the first manager or
 /// function is made, then the same for all managers and never freed.
 extern BASBD_API BDD_NODE* basbdd_one;
@@ -144,3 +147,5 @@ public:
     /// @param names  a character for every variable index that occurs
     void printbddexpr(char* out, char* names);
 };
+
+/// @}

@@ -6,6 +6,9 @@
 #include "ut_btr_tree.h"
 #include "ut_hash.h"
 
+/// @addtogroup bdds Binary decision diagrams
+/// @{
+
 class UT_STORE; // a host's own containers may share their first slots without sharing a base
 
 /// @brief A BDD node; a `BDD_NODE*` in a signature is an edge.
@@ -123,3 +126,5 @@ public:
     /// and then stores nothing
     BDD_NODE* findoradd(unsigned short varid, BDD_NODE* high, BDD_NODE* low);
 };
+
+/// @}

@@ -10,6 +10,9 @@
 #include <string>
 #include <vector>
 
+/// @addtogroup truth_tables Truth tables
+/// @{
+
 /// The widest table: its column of 2^30 bits is the largest that a signed 32-bit count holds.
 constexpr int BASBDTT_MAX_WIDTH = 30;
 
@@ -247,3 +250,5 @@ public:
     ///                   text and a single input has no parentheses
     static std::string get_internal_equation_recurse(const BOOL_TRUTH_TABLE& table, bool top_level);
 };
+
+/// @}
