@@ -204,7 +204,9 @@ public:
     /// In place, so on trees that share no nodes. An operation that returns a node returns what
     /// stands for this one from then on; when that is another node, the caller deletes this one
     /// alone. A signal leaf so returned may carry a complement in its own `lcompl`: the caller
-    /// clears it and toggles the flag of the edge into the leaf.
+    /// clears it and toggles the flag of the edge into the leaf. While reports go out, and when one
+    /// throws, this node has the returned one as its only operand, and a message manager leaves
+    /// both alone.
     /// @{
 
     /// @brief Complements the node: AND and OR change places and toggle both flags, constants
@@ -299,7 +301,8 @@ inline TECHMAP_SIG* basbd_leaf_signal(const BOOL_TNODE& leaf)
 /// `buildcofactexpr`. Edits that need a tree report its absence (internal error "4:11" with the
 /// line given here) and change nothing; other operations find nothing to do. Signals that enter a
 /// tree are not null. When memory ends and `std::bad_alloc` comes out, the function is as it was
-/// but for its nodes' `usage`; when a report throws, the operation is done (see `breakfunc`).
+/// but for its nodes' `usage`. When a report throws, or `neoform` for one, the operation is done
+/// (see `breakfunc` for the exception).
 ///
 /// A function and its tree are for one thread at a time; so are the pool and the names.
 class BASBD_API BOOL_FUNC {
@@ -368,8 +371,9 @@ public:
     void setvarname(TECHMAP_SIG* sig, BOOL_VARNAME v); ///< line 1149; see `setsigvname`
     void setsigto1(TECHMAP_SIG* sig); ///< fixes `sig` and counts the support; line 1301
     void setsigto0(TECHMAP_SIG* sig); ///< fixes `sig` and counts the support; line 1312
-    /// NOT `sig` for `sig`; line 1323, and see `complsigintree`, which leaves 1 in `usage` of every
-    /// operator. Each node once. A root that is a leaf of `sig` toggles `rootcompl`.
+    /// NOT `sig` for `sig`; line 1323, and see `complsigintree`, which leaves 1 in `usage` of the
+    /// operators that it comes to. Each node once. A root that is a leaf of `sig` toggles
+    /// `rootcompl`.
     void complsiginfunc(TECHMAP_SIG* sig);
     /// Exchanges the names QX and QY; line 1341. Each node once; leaves 1 in every `usage`.
     void exchangexy();
@@ -393,7 +397,8 @@ public:
     void cleanbufs();
     /// @brief Splits off a right operand with `size` leaves, see `BOOL_TNODE::getsubtreeofsize`,
     /// and cleans the rest. The operand keeps its nodes; those of the rest are new. When a report
-    /// throws, the function is what it was before the call, whatever the manager did to it.
+    /// throws after an operand was found, the function is what it was before the call, whatever the
+    /// manager did to it.
     /// @return the operand as a function of its own, the caller's to free with `delete`; null when
     ///         there is none, or when `nsuppt` is not above `size`, in which case nothing is
     ///         cleaned either

@@ -9,6 +9,8 @@
 
 namespace {
 
+using namespace basbdbool;
+
 constexpr std::size_t first_size = 256;
 constexpr std::size_t room_for_a_node = 16;
 
@@ -17,13 +19,21 @@ std::size_t eqnbuffersize = first_size;
 
 /// @brief The text so far, in a buffer that grows.
 ///
-/// There is always room for a terminating zero. Positions are values, which the compiler keeps in
-/// registers; the caller's follow when the buffer is replaced and at the end.
-class TEXT {
+/// There is always room for a terminating zero. The caller's buffer and position, and the capacity,
+/// are taken over for the time being, so that the compiler keeps them in registers.
+class growing_text {
 public:
-    TEXT(char*& buffer_, char*& end_)
-        : buffer(&buffer_), end(&end_), start(buffer_), cur(end_), capacity(eqnbuffersize)
+    growing_text(char*& buffer_, char*& end_)
+        : buffer(buffer_), end(end_), start(buffer_), cur(end_), limit(buffer_ + eqnbuffersize)
     {
+    }
+    growing_text(const growing_text&) = delete;
+    growing_text& operator=(const growing_text&) = delete;
+    ~growing_text()
+    {
+        buffer = start;
+        end = cur;
+        eqnbuffersize = static_cast<std::size_t>(limit - start);
     }
 
     /// Doubles the buffer when the text comes within 16 bytes of its end; once per node.
@@ -36,11 +46,8 @@ public:
     /// Sees to room for the characters between one name and the next.
     void make_room(std::size_t size = room_for_a_node)
     {
-        const auto length = static_cast<std::size_t>(cur - start);
-        if (length + size >= capacity) {
-            capacity = replace_buffer(*buffer, *end, length, length + size, capacity);
-            start = *buffer;
-            cur = *end;
+        if (limit - cur <= static_cast<std::ptrdiff_t>(size)) {
+            grow(size);
         }
     }
 
@@ -53,32 +60,33 @@ public:
         put(character);
     }
 
-    void finish()
-    {
-        *end = cur;
-        eqnbuffersize = capacity;
-    }
-
 private:
-    /// @return the capacity of the new buffer, which is above `least`
-    [[gnu::noinline]] static std::size_t replace_buffer(char*& buffer, char*& end,
-                                                        std::size_t length, std::size_t least,
-                                                        std::size_t capacity)
+    void grow(std::size_t size)
     {
-        while (capacity <= least) {
+        const auto length = static_cast<std::size_t>(cur - start);
+        auto capacity = static_cast<std::size_t>(limit - start);
+        while (capacity <= length + size) {
             capacity *= 2;
         }
-        char* const larger = new char[capacity];
-        end = std::copy_n(buffer, length, larger);
-        delete[] std::exchange(buffer, larger);
-        return eqnbuffersize = capacity;
+        start = larger_buffer(start, length, capacity);
+        cur = start + length;
+        limit = start + capacity;
     }
 
-    char** buffer; ///< the caller's
-    char** end;    ///< the caller's
+    [[gnu::noinline]] static char* larger_buffer(char* old, std::size_t length,
+                                                 std::size_t capacity)
+    {
+        char* const larger = new char[capacity];
+        std::copy_n(old, length, larger);
+        delete[] old;
+        return larger;
+    }
+
+    char*& buffer;
+    char*& end;
     char* start;
     char* cur;
-    std::size_t capacity;
+    char* limit; ///< the end of the buffer
 };
 
 /// Whether the right operand, an operator, stands in parentheses. A chain of one operator goes
@@ -88,109 +96,92 @@ bool right_needs_parentheses(const BOOL_TNODE& node)
     return node.right->op != node.op || node.rcompl != 0;
 }
 
-/// Writes a tree, from its first node on to the last.
-class WRITER {
-public:
-    WRITER(TEXT destination, LATER_REPORTS& refused) : text(destination), reports(refused) {}
-
-    /// @return the text, to be gone on with
-    TEXT write(BOOL_TNODE* root)
-    {
-        if (basbd_is_leaf(*root)) {
-            write_leaf(*root);
-            return text;
-        }
-        walk(
-            root, [&](const BOOL_TNODE& node) { return begin_left_operand(node); },
-            [&](const BOOL_TNODE& node) { return begin_right_operand(node); },
-            [&](const BOOL_TNODE& node, SIDE side) {
-                if (side == SIDE::LEFT || right_needs_parentheses(node)) {
-                    text.put_anywhere(')');
-                }
-            });
-        return text;
+void write_operator(growing_text& text, signed char op)
+{
+    constexpr char characters[] = {'*', '@', '+'};
+    if (op >= BOOL_OP_AND && op <= BOOL_OP_OR) {
+        text.put(characters[op]);
     }
+}
 
-private:
-    /// Writes a left operand that is a leaf, and what stands before any other.
-    WALK begin_left_operand(const BOOL_TNODE& node)
-    {
+[[gnu::always_inline]] inline void write_leaf(growing_text& text, const BOOL_TNODE& leaf,
+                                              later_reports& reports)
+{
+    text.enter_node();
+    if (is_constant(leaf)) {
+        text.put(leaf.op == BOOL_OP_ONE ? '1' : '0');
+        return;
+    }
+    if (!is_named_leaf(leaf)) {
+        reports.add(report_site::leaf_without_name);
+        return;
+    }
+    const char* name = name_text(leaf_name(leaf));
+    if (name == nullptr) {
+        reports.add(report_site::leaf_without_text);
+        return;
+    }
+    for (; *name != '\0'; ++name) { // most names have one character
+        text.put_anywhere(*name);
+    }
+}
+
+/// Writes a tree, from its first node on to the last.
+[[gnu::noinline]] void write_tree(char*& buffer, char*& end, BOOL_TNODE* root,
+                                  later_reports& reports)
+{
+    growing_text text(buffer, end);
+    if (basbd_is_leaf(*root)) {
+        write_leaf(text, *root, reports);
+        return;
+    }
+    const auto left = [&](const BOOL_TNODE& node) {
         text.enter_node();
         if (node.left == nullptr) {
             text.put('0');
-            return WALK::PAST;
+            return step::past;
         }
         if (node.lcompl != 0) {
             text.put('~');
         }
         if (basbd_is_leaf(*node.left)) {
-            write_leaf(*node.left);
-            return WALK::PAST;
+            write_leaf(text, *node.left, reports);
+            return step::past;
         }
         text.put('(');
-        return WALK::BELOW;
-    }
-
-    /// Writes a right operand that is a leaf, and what stands before any other.
-    WALK begin_right_operand(const BOOL_TNODE& node)
-    {
+        return step::below;
+    };
+    const auto right = [&](const BOOL_TNODE& node) {
         if (node.left == nullptr || node.right == nullptr) {
-            return WALK::PAST;
+            return step::past;
         }
         text.make_room();
-        write_operator(node.op);
+        write_operator(text, node.op);
         if (node.rcompl != 0) {
             text.put('~');
         }
         if (basbd_is_leaf(*node.right)) {
-            write_leaf(*node.right);
-            return WALK::PAST;
+            write_leaf(text, *node.right, reports);
+            return step::past;
         }
         if (right_needs_parentheses(node)) {
             text.put('(');
         }
-        return WALK::BELOW;
-    }
-
-    void write_operator(signed char op)
-    {
-        constexpr char characters[] = {'*', '@', '+'};
-        if (op >= BOOL_OP_AND && op <= BOOL_OP_OR) {
-            text.put(characters[op]);
+        return step::below;
+    };
+    walk(root, left, right, [&](const BOOL_TNODE& node, branch side) {
+        if (side == branch::left || right_needs_parentheses(node)) {
+            text.put_anywhere(')');
         }
-    }
-
-    void write_leaf(const BOOL_TNODE& leaf)
-    {
-        text.enter_node();
-        if (is_constant(leaf)) {
-            text.put(leaf.op == BOOL_OP_ONE ? '1' : '0');
-            return;
-        }
-        if (!is_named_leaf(leaf)) {
-            reports.add(REPORT::LEAF_WITHOUT_NAME);
-            return;
-        }
-        const char* name = name_text(leaf_name(leaf));
-        if (name == nullptr) {
-            reports.add(REPORT::LEAF_WITHOUT_TEXT);
-            return;
-        }
-        for (; *name != '\0'; ++name) { // most names have one character
-            text.put_anywhere(*name);
-        }
-    }
-
-    TEXT text;
-    LATER_REPORTS& reports;
-};
+    });
+}
 
 /// The buffer of a text that is not yet handed out.
-struct BUFFER {
-    BUFFER() : start(new char[first_size]) { eqnbuffersize = first_size; }
-    BUFFER(const BUFFER&) = delete;
-    BUFFER& operator=(const BUFFER&) = delete;
-    ~BUFFER() { delete[] start; }
+struct owned_buffer {
+    owned_buffer() : start(new char[first_size]) { eqnbuffersize = first_size; }
+    owned_buffer(const owned_buffer&) = delete;
+    owned_buffer& operator=(const owned_buffer&) = delete;
+    ~owned_buffer() { delete[] start; }
     char* start;
 };
 
@@ -198,35 +189,35 @@ struct BUFFER {
 
 char* BOOL_TNODE::writesubtree(char*& buf, char*& cur)
 {
-    LATER_REPORTS reports;
-    TEXT text = WRITER(TEXT(buf, cur), reports).write(this);
+    later_reports reports;
+    write_tree(buf, cur, this, reports);
+    const growing_text text(buf, cur); // keeps the capacity, for the host may write other texts
     reports.send();
-    text.finish(); // last, for the host may write other texts when it gets reports
     return cur;
 }
 
 char* BOOL_FUNC::writeeqn()
 {
-    BUFFER buffer;
-    LATER_REPORTS reports;
+    owned_buffer buffer;
+    later_reports reports;
     char* end = buffer.start;
-    TEXT text(buffer.start, end);
+    if (rootcompl != 0 && root != nullptr) {
+        end = std::copy_n("~(", 2, end);
+    }
     if (root != nullptr) {
-        if (rootcompl != 0) {
-            text.put('~');
-            text.put('(');
-        }
-        text = WRITER(text, reports).write(root);
-        if (rootcompl != 0) {
+        write_tree(buffer.start, end, root, reports);
+    }
+    {
+        growing_text text(buffer.start, end);
+        if (rootcompl != 0 && root != nullptr) {
             text.put_anywhere(')');
         }
+        text.put('\0');
+        reports.send(); // here, for the host may write other texts
     }
-    text.put('\0');
     if (std::strcmp(buffer.start, "~(0)") == 0) {
         std::copy_n("1", 2, buffer.start);
     }
-    reports.send();
-    text.finish();
     return std::exchange(buffer.start, nullptr);
 }
 

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <memory>
 
+namespace basbdbool {
+
 namespace {
 
 const char* const vardefnametbl[name_count] = {"A", "B", "C", "D", "E", "F", "G",  "I", "J",
@@ -42,3 +44,5 @@ void choose_name_table(char const** names, BOOL_VARNAME last)
 }
 
 const char* name_text(int v) { return varnametbl == nullptr ? vardefnametbl[v] : varnametbl[v]; }
+
+} // namespace basbdbool

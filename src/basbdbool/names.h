@@ -4,6 +4,8 @@
 
 #include "basbdbool.h"
 
+namespace basbdbool {
+
 /// Number of variable names.
 constexpr int name_count = BOOL_VAR_NONE;
 
@@ -31,3 +33,5 @@ inline BOOL_VARNAME leaf_name(const BOOL_TNODE& leaf)
 {
     return static_cast<BOOL_VARNAME>(leaf.op - BOOL_OP_FIRST_NAMED);
 }
+
+} // namespace basbdbool

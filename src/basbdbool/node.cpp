@@ -14,22 +14,7 @@ static_assert(sizeof(BOOL_TNODE) == 24 && offsetof(BOOL_TNODE, op) == 0 &&
                   offsetof(BOOL_TNODE, right) == 16,
               "hosts rely on the layout of a node record");
 
-BOOL_TNODE::BOOL_TNODE(char op_, BOOL_TNODE* left_, unsigned char lcompl_, BOOL_TNODE* right_,
-                       unsigned char rcompl_)
-    : op(op_), usage(0), lcompl(lcompl_ & 1U), rcompl(rcompl_ & 1U), left(left_), right(right_)
-{
-}
-
-BOOL_TNODE::BOOL_TNODE() : BOOL_TNODE(BOOL_OP_AND, nullptr, 0, nullptr, 0) {}
-
-BOOL_TNODE::BOOL_TNODE(char op_) : BOOL_TNODE(op_, nullptr, 0, nullptr, 0) {}
-
-BOOL_TNODE::BOOL_TNODE(char op_, BOOL_TNODE* left_) : BOOL_TNODE(op_, left_, 0, nullptr, 0) {}
-
-BOOL_TNODE::BOOL_TNODE(char op_, TECHMAP_SIG* sig)
-    : BOOL_TNODE(op_, reinterpret_cast<BOOL_TNODE*>(sig), 0, nullptr, 0)
-{
-}
+namespace basbdbool {
 
 namespace {
 
@@ -39,14 +24,14 @@ namespace {
 /// Until its right child is copied, an operator's copy has the way back up in `right`: its parent,
 /// plus 1 when it is the right child; null where nothing above waits for its right child. Until its
 /// left child is copied, its `left` is its source.
-class COPIER {
+class copier {
 public:
-    explicit COPIER(BOOL_TNODE* copy) : root(copy), node(copy), pool(*BOOL_TNODE::fstmem) {}
-    COPIER(const COPIER&) = delete;
-    COPIER& operator=(const COPIER&) = delete;
+    explicit copier(BOOL_TNODE* copy) : root(copy), node(copy), pool(*BOOL_TNODE::fstmem) {}
+    copier(const copier&) = delete;
+    copier& operator=(const copier&) = delete;
 
     /// An unfinished copy loses what was made below its root.
-    ~COPIER()
+    ~copier()
     {
         if (!done) {
             while (give_right_child(nullptr)) {
@@ -142,20 +127,49 @@ private:
 
 } // namespace
 
+BOOL_TNODE* new_leaf(TECHMAP_SIG* sig) { return new BOOL_TNODE(BOOL_OP_SIG, sig); }
+
+BOOL_TNODE* new_node(signed char op) { return new BOOL_TNODE(static_cast<char>(op)); }
+
+BOOL_TNODE* new_copy(BOOL_TNODE* src) { return new BOOL_TNODE(src); }
+
+void delete_node(BOOL_TNODE* node) noexcept { BOOL_TNODE::fstmem->free(node); }
+
+} // namespace basbdbool
+
+using namespace basbdbool;
+
+BOOL_TNODE::BOOL_TNODE(char op_, BOOL_TNODE* left_, unsigned char lcompl_, BOOL_TNODE* right_,
+                       unsigned char rcompl_)
+    : op(op_), usage(0), lcompl(lcompl_ & 1U), rcompl(rcompl_ & 1U), left(left_), right(right_)
+{
+}
+
+BOOL_TNODE::BOOL_TNODE() : BOOL_TNODE(BOOL_OP_AND, nullptr, 0, nullptr, 0) {}
+
+BOOL_TNODE::BOOL_TNODE(char op_) : BOOL_TNODE(op_, nullptr, 0, nullptr, 0) {}
+
+BOOL_TNODE::BOOL_TNODE(char op_, BOOL_TNODE* left_) : BOOL_TNODE(op_, left_, 0, nullptr, 0) {}
+
+BOOL_TNODE::BOOL_TNODE(char op_, TECHMAP_SIG* sig)
+    : BOOL_TNODE(op_, reinterpret_cast<BOOL_TNODE*>(sig), 0, nullptr, 0)
+{
+}
+
 BOOL_TNODE::BOOL_TNODE(BOOL_TNODE* src) : BOOL_TNODE()
 {
     if (src == nullptr) {
-        report(REPORT::COPY_OF_NULL_TREE);
+        report(report_site::copy_of_null_tree);
         return;
     }
     op = src->op;
     usage = src->usage;
-    lcompl = src->lcompl;
-    rcompl = src->rcompl;
+    lcompl = src->lcompl & 1U;
+    rcompl = src->rcompl & 1U;
     if (basbd_is_leaf(*src)) {
         left = src->left;
     } else {
-        COPIER(this).copy_operands(src);
+        copier(this).copy_operands(src);
     }
 }
 
@@ -167,11 +181,3 @@ void BOOL_TNODE::operator delete(void* block)
         fstmem->free(block);
     }
 }
-
-BOOL_TNODE* new_leaf(TECHMAP_SIG* sig) { return new BOOL_TNODE(BOOL_OP_SIG, sig); }
-
-BOOL_TNODE* new_node(signed char op) { return new BOOL_TNODE(static_cast<char>(op)); }
-
-BOOL_TNODE* new_copy(BOOL_TNODE* src) { return new BOOL_TNODE(src); }
-
-void delete_node(BOOL_TNODE* node) noexcept { BOOL_TNODE::fstmem->free(node); }

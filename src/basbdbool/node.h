@@ -5,6 +5,9 @@
 #include "basbdbool.h"
 
 #include <memory>
+#include <utility>
+
+namespace basbdbool {
 
 inline bool is_constant(const BOOL_TNODE& node)
 {
@@ -43,12 +46,20 @@ void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept = nullptr) noexcept;
 /// Clears `usage` in every node, visiting each once however many paths lead to it.
 void unmark_tree(BOOL_TNODE* root) noexcept;
 
-struct NODE_DELETER {
+struct node_deleter {
     void operator()(BOOL_TNODE* node) const noexcept { delete_node(node); }
 };
-struct TREE_DELETER {
+struct tree_deleter {
     void operator()(BOOL_TNODE* root) const noexcept { free_tree(root); }
 };
 /// A node, or a whole tree, that its scope owns until it finds its place.
-using OWNED_NODE = std::unique_ptr<BOOL_TNODE, NODE_DELETER>;
-using OWNED_TREE = std::unique_ptr<BOOL_TNODE, TREE_DELETER>;
+using owned_node = std::unique_ptr<BOOL_TNODE, node_deleter>;
+using owned_tree = std::unique_ptr<BOOL_TNODE, tree_deleter>;
+
+/// Frees a function's tree and gives it another.
+inline void replace_tree(BOOL_FUNC& function, owned_tree tree)
+{
+    free_tree(std::exchange(function.root, tree.release()));
+}
+
+} // namespace basbdbool

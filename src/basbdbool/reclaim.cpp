@@ -4,6 +4,8 @@
 
 #include <utility>
 
+namespace basbdbool {
+
 namespace {
 
 /// Set in `lcompl` of the nodes that a walk has been to; never outside of such a walk.
@@ -12,16 +14,16 @@ constexpr unsigned char been_here = 0x80;
 bool is_marked(const BOOL_TNODE& node) { return (node.lcompl & been_here) != 0; }
 
 /// Marks every node that is not marked, and calls `visit` for it.
-template <typename VISIT>
-void mark_tree(BOOL_TNODE* root, VISIT visit)
+template <typename visitor>
+void mark_tree(BOOL_TNODE* root, visitor visit)
 {
     visit_nodes(root, [&](BOOL_TNODE& node) {
         if (is_marked(node)) {
-            return WALK::PAST;
+            return step::past;
         }
         visit(node);
         node.lcompl |= been_here;
-        return basbd_is_leaf(node) ? WALK::PAST : WALK::BELOW;
+        return basbd_is_leaf(node) ? step::past : step::below;
     });
 }
 
@@ -29,10 +31,10 @@ void clear_marks(BOOL_TNODE* root)
 {
     visit_nodes(root, [](BOOL_TNODE& node) {
         if (!is_marked(node)) {
-            return WALK::PAST;
+            return step::past;
         }
         node.lcompl &= static_cast<unsigned char>(~been_here);
-        return basbd_is_leaf(node) ? WALK::PAST : WALK::BELOW;
+        return basbd_is_leaf(node) ? step::past : step::below;
     });
 }
 
@@ -45,7 +47,7 @@ void clear_marks(BOOL_TNODE* root)
 /// A node that was found has the one found before it in `right`. While it waits for its right
 /// child to be dealt with, it keeps its left child; the one that waited before it is the one found
 /// before it (`usage` 1), or stands in the free `left` of that one (`usage` 0).
-class DYING_NODES {
+class dying_nodes {
 public:
     void find_all(BOOL_TNODE* root)
     {
@@ -155,7 +157,7 @@ void free_chain(BOOL_TNODE* root)
 /// Apart, so that the chains do without its registers.
 [[gnu::noinline]] void free_branched_tree(BOOL_TNODE* root)
 {
-    DYING_NODES dying;
+    dying_nodes dying;
     dying.find_all(root);
     dying.free_all();
 }
@@ -167,44 +169,6 @@ void unmark_tree(BOOL_TNODE* root) noexcept
     // `usage` itself cannot tell where the walk has been, for it may hold anything.
     mark_tree(root, [](BOOL_TNODE& node) { node.usage = 0; });
     clear_marks(root);
-}
-
-void BOOL_TNODE::unmarknodes() { unmark_tree(this); }
-
-void BOOL_TNODE::markusage()
-{
-    visit_nodes(this, [](BOOL_TNODE& node) {
-        ++node.usage;
-        return basbd_is_leaf(node) ? WALK::PAST : WALK::BELOW;
-    });
-}
-
-void BOOL_TNODE::reclaim()
-{
-    UT_FASTMEM& pool = *fstmem;
-    const auto free_unused = [&](BOOL_TNODE* child, unsigned char /*flag*/) {
-        if (child->usage == 0) {
-            pool.free(child);
-        }
-    };
-    --usage;
-    if (basbd_is_leaf(*this)) {
-        return;
-    }
-    walk_edges(
-        this,
-        [&](BOOL_TNODE* child, unsigned char flag) {
-            if (child == nullptr) {
-                return WALK::PAST;
-            }
-            --child->usage;
-            if (!basbd_is_leaf(*child)) {
-                return WALK::BELOW;
-            }
-            free_unused(child, flag);
-            return WALK::PAST;
-        },
-        free_unused);
 }
 
 void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept) noexcept
@@ -224,4 +188,46 @@ void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept) noexcept
     if (kept != nullptr) {
         clear_marks(kept);
     }
+}
+
+} // namespace basbdbool
+
+using namespace basbdbool;
+
+void BOOL_TNODE::unmarknodes() { unmark_tree(this); }
+
+void BOOL_TNODE::markusage()
+{
+    visit_nodes(this, [](BOOL_TNODE& node) {
+        ++node.usage;
+        return basbd_is_leaf(node) ? step::past : step::below;
+    });
+}
+
+void BOOL_TNODE::reclaim()
+{
+    UT_FASTMEM& pool = *fstmem;
+    const auto free_unused = [&](BOOL_TNODE* child, unsigned char /*flag*/) {
+        if (child->usage == 0) {
+            pool.free(child);
+        }
+    };
+    --usage;
+    if (basbd_is_leaf(*this)) {
+        return;
+    }
+    walk_edges(
+        this,
+        [&](BOOL_TNODE* child, unsigned char flag) {
+            if (child == nullptr) {
+                return step::past;
+            }
+            --child->usage;
+            if (!basbd_is_leaf(*child)) {
+                return step::below;
+            }
+            free_unused(child, flag);
+            return step::past;
+        },
+        free_unused);
 }

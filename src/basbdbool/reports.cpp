@@ -1,11 +1,12 @@
 #include "reports.h"
 
-#include "ut_msgman.h"
-#include "ut_text.h"
+#include "report.h"
 
 #include <algorithm>
 #include <new>
 #include <utility>
+
+namespace basbdbool {
 
 namespace {
 
@@ -13,18 +14,19 @@ char rcsrev[] = "$Revision: 1.27 $";
 
 } // namespace
 
-void report(REPORT site)
+void report(report_site site)
 {
-    constexpr int subsystem = 4;
-    constexpr int expression_trees = 11;
-    ut_msgman->report("", cae_appname, neoform("%d:%d", subsystem, expression_trees),
-                      static_cast<int>(site), rcsrev, 2, nullptr);
+    basbd::report_internal_error(basbd::reporting_unit::expression_trees, static_cast<int>(site),
+                                 rcsrev);
 }
 
-void LATER_REPORTS::add(REPORT site, unsigned long count) noexcept { run_of(site).count += count; }
+void later_reports::add(report_site site, unsigned long count) noexcept
+{
+    run_of(site).count += count;
+}
 
 /// The run that a report of `site` belongs to, made if need be.
-LATER_REPORTS::RUN& LATER_REPORTS::run_of(REPORT site) noexcept
+later_reports::run& later_reports::run_of(report_site site) noexcept
 {
     if (size != 0 && runs[size - 1].site == site) {
         return runs[size - 1];
@@ -32,18 +34,19 @@ LATER_REPORTS::RUN& LATER_REPORTS::run_of(REPORT site) noexcept
     if (size < capacity || grow()) {
         return runs[size++] = {site, 0};
     }
-    RUN* const end = counted + counted_sites;
-    RUN* const run = std::find_if(counted, end, [=](const RUN& each) { return each.site == site; });
-    if (run == end) {
+    run* const end = counted + counted_sites;
+    run* const found =
+        std::find_if(counted, end, [=](const run& each) { return each.site == site; });
+    if (found == end) {
         ++counted_sites;
-        *run = {site, 0};
+        *found = {site, 0};
     }
-    return *run;
+    return *found;
 }
 
-bool LATER_REPORTS::grow() noexcept
+bool later_reports::grow() noexcept
 {
-    std::unique_ptr<RUN[]> larger(new (std::nothrow) RUN[2 * capacity]);
+    std::unique_ptr<run[]> larger(new (std::nothrow) run[2 * capacity]);
     if (larger == nullptr) {
         return false;
     }
@@ -53,13 +56,15 @@ bool LATER_REPORTS::grow() noexcept
     return true;
 }
 
-void LATER_REPORTS::send_all() const
+void later_reports::send_all() const
 {
-    const auto send_run = [](const RUN& run) {
-        for (unsigned long i = 0; i < run.count; ++i) {
-            report(run.site);
+    const auto send_run = [](const run& each) {
+        for (unsigned long i = 0; i < each.count; ++i) {
+            report(each.site);
         }
     };
     std::for_each(runs, runs + size, send_run);
     std::for_each_n(counted, counted_sites, send_run);
 }
+
+} // namespace basbdbool

@@ -7,17 +7,19 @@
 #include <utility>
 #include <vector>
 
+namespace basbdbool {
+
 namespace {
 
 /// Leaves that leave their tree, each once however many edges lead to it: linked by `right`, which
 /// is null in every other leaf; the last one links to itself. Freed in the order in which they
 /// came.
-class DOOMED_LEAVES {
+class doomed_leaves {
 public:
-    DOOMED_LEAVES() = default;
-    DOOMED_LEAVES(const DOOMED_LEAVES&) = delete;
-    DOOMED_LEAVES& operator=(const DOOMED_LEAVES&) = delete;
-    ~DOOMED_LEAVES()
+    doomed_leaves() = default;
+    doomed_leaves(const doomed_leaves&) = delete;
+    doomed_leaves& operator=(const doomed_leaves&) = delete;
+    ~doomed_leaves()
     {
         while (first != nullptr) {
             BOOL_TNODE* const next = first == last ? nullptr : first->right;
@@ -40,18 +42,18 @@ private:
 
 /// @brief Calls `edit(child, flag)` for each edge into a leaf of `sig`.
 /// @param mark  goes into `usage` of operators, which are passed over when they have it already
-template <typename EDIT>
-void edit_edges(BOOL_TNODE* root, const TECHMAP_SIG* sig, unsigned short mark, EDIT edit)
+template <typename edit_function>
+void edit_edges(BOOL_TNODE* root, const TECHMAP_SIG* sig, unsigned short mark, edit_function edit)
 {
     walk_edges(root, [&](BOOL_TNODE*& child, unsigned char& flag) {
         if (is_operator(child) && child->usage != mark) {
             child->usage = mark;
-            return WALK::BELOW;
+            return step::below;
         }
         if (child != nullptr && is_leaf_of(*child, sig)) {
             edit(child, flag);
         }
-        return WALK::PAST;
+        return step::past;
     });
 }
 
@@ -63,11 +65,11 @@ bool has_leaf_before_right(const BOOL_TNODE& node)
 }
 
 /// Leaves `usage` 0 throughout a tree at the end of its scope.
-struct UNMARKER {
-    explicit UNMARKER(BOOL_TNODE* tree) : root(tree) {}
-    UNMARKER(const UNMARKER&) = delete;
-    UNMARKER& operator=(const UNMARKER&) = delete;
-    ~UNMARKER() { unmark_tree(root); }
+struct unmarker {
+    explicit unmarker(BOOL_TNODE* tree) : root(tree) {}
+    unmarker(const unmarker&) = delete;
+    unmarker& operator=(const unmarker&) = delete;
+    ~unmarker() { unmark_tree(root); }
     BOOL_TNODE* root;
 };
 
@@ -87,13 +89,65 @@ void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl)
         return;
     }
     // The leaf on the right moves to the left of a new operator, and its complement with it.
-    OWNED_NODE lower(new_node(node->op));
+    owned_node lower(new_node(node->op));
     lower->right = new_leaf(sig);
     lower->rcompl = flag;
     lower->left = node->right;
     lower->lcompl = std::exchange(node->rcompl, static_cast<unsigned char>(0));
     node->right = lower.release();
 }
+
+owned_tree copy_or_empty(BOOL_TNODE* sub, later_reports& reports)
+{
+    if (sub != nullptr) {
+        return owned_tree(new_copy(sub));
+    }
+    reports.add(report_site::copy_of_null_tree);
+    return owned_tree(new_node(BOOL_OP_AND));
+}
+
+void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented,
+                later_reports& reports)
+{
+    constexpr unsigned short counted = 1;
+    constexpr unsigned short replaced = 2;
+    unmark_tree(root);
+    const unmarker unmarker(root); // so that other walks find no marks
+    unsigned long count = 0;
+    edit_edges(root, sig, counted, [&](BOOL_TNODE* /*leaf*/, unsigned char /*flag*/) { ++count; });
+    // Made before the first edit: `sub` may be a part of this tree, and the pool may give out.
+    std::vector<owned_tree> copies(count);
+    for (owned_tree& each : copies) {
+        each = copy_or_empty(sub, reports);
+    }
+    doomed_leaves doomed;
+    auto copy = copies.begin();
+    edit_edges(root, sig, replaced, [&](BOOL_TNODE*& child, unsigned char& flag) {
+        doomed.add(child);
+        child = (copy++)->release();
+        if (is_complemented) {
+            toggle(flag);
+        }
+    });
+}
+
+void remove_signal(BOOL_TNODE* root, const TECHMAP_SIG* sig) noexcept
+{
+    doomed_leaves doomed;
+    walk_edges<branch::right>(root, [&](BOOL_TNODE*& child, unsigned char /*flag*/) {
+        if (is_operator(child)) {
+            return step::below;
+        }
+        if (child != nullptr && is_leaf_of(*child, sig)) {
+            doomed.add(std::exchange(child, nullptr));
+        }
+        return step::past;
+    });
+}
+
+} // namespace basbdbool
+
+using namespace basbdbool;
 
 void BOOL_TNODE::addsig(TECHMAP_SIG* sig, unsigned char iscompl)
 {
@@ -105,7 +159,7 @@ void BOOL_TNODE::addsig(TECHMAP_SIG* sig, unsigned char iscompl)
 
 void BOOL_TNODE::setsigvname(TECHMAP_SIG* sig, BOOL_VARNAME v)
 {
-    LATER_REPORTS reports;
+    later_reports reports;
     visit_leaves(this, [&](BOOL_TNODE& leaf) {
         if (!is_leaf_of(leaf, sig)) {
             return;
@@ -113,7 +167,7 @@ void BOOL_TNODE::setsigvname(TECHMAP_SIG* sig, BOOL_VARNAME v)
         if (is_name(v)) {
             leaf.op = named_op(v);
         } else {
-            reports.add(REPORT::NAME_OUT_OF_RANGE);
+            reports.add(report_site::name_out_of_range);
         }
     });
     reports.send();
@@ -140,16 +194,16 @@ void BOOL_TNODE::subsig1forsig2(TECHMAP_SIG* sig1, TECHMAP_SIG* sig2)
 
 void BOOL_TNODE::complsigintree(TECHMAP_SIG* sig)
 {
-    LATER_REPORTS reports;
+    later_reports reports;
     visit_nodes(this, [&](BOOL_TNODE& node) {
         const bool is_inner_leaf = basbd_is_leaf(node) && &node != this;
         if (is_inner_leaf || node.usage != 0) {
-            return WALK::PAST;
+            return step::past;
         }
         node.usage = 1;
         if (!is_operator(&node) || node.left == nullptr) {
-            reports.add(REPORT::COMPLEMENT_NO_LEFT);
-            return WALK::PAST;
+            reports.add(report_site::complement_no_left);
+            return step::past;
         }
         if (node.left != nullptr && is_leaf_of(*node.left, sig)) {
             toggle(node.lcompl);
@@ -157,7 +211,7 @@ void BOOL_TNODE::complsigintree(TECHMAP_SIG* sig)
         if (node.right != nullptr && is_leaf_of(*node.right, sig)) {
             toggle(node.rcompl);
         }
-        return WALK::BELOW;
+        return step::below;
     });
     reports.send();
 }
@@ -166,7 +220,7 @@ void BOOL_TNODE::exchangexy()
 {
     visit_nodes(this, [](BOOL_TNODE& node) {
         if (node.usage != 0) {
-            return WALK::PAST;
+            return step::past;
         }
         node.usage = 1;
         if (node.op == named_op(BOOL_VAR_QX)) {
@@ -174,72 +228,25 @@ void BOOL_TNODE::exchangexy()
         } else if (node.op == named_op(BOOL_VAR_QY)) {
             node.op = named_op(BOOL_VAR_QX);
         }
-        return basbd_is_leaf(node) ? WALK::PAST : WALK::BELOW;
-    });
-}
-
-OWNED_TREE copy_or_empty(BOOL_TNODE* sub, LATER_REPORTS& reports)
-{
-    if (sub != nullptr) {
-        return OWNED_TREE(new_copy(sub));
-    }
-    reports.add(REPORT::COPY_OF_NULL_TREE);
-    return OWNED_TREE(new_node(BOOL_OP_AND));
-}
-
-void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented,
-                LATER_REPORTS& reports)
-{
-    constexpr unsigned short counted = 1;
-    constexpr unsigned short replaced = 2;
-    unmark_tree(root);
-    const UNMARKER unmarker(root); // so that other walks find no marks
-    unsigned long count = 0;
-    edit_edges(root, sig, counted, [&](BOOL_TNODE* /*leaf*/, unsigned char /*flag*/) { ++count; });
-    // Made before the first edit: `sub` may be a part of this tree, and the pool may give out.
-    std::vector<OWNED_TREE> copies(count);
-    for (OWNED_TREE& copy : copies) {
-        copy = copy_or_empty(sub, reports);
-    }
-    DOOMED_LEAVES doomed;
-    edit_edges(root, sig, replaced, [&](BOOL_TNODE*& child, unsigned char& flag) {
-        doomed.add(child);
-        child = copies[--count].release();
-        if (is_complemented) {
-            toggle(flag);
-        }
+        return basbd_is_leaf(node) ? step::past : step::below;
     });
 }
 
 void BOOL_TNODE::subtreeforsig(TECHMAP_SIG* sig, BOOL_TNODE* sub, unsigned char iscompl)
 {
     if (basbd_is_leaf(*this)) {
-        report(REPORT::SUBSTITUTE_IN_LEAF);
+        report(report_site::substitute_in_leaf);
         return;
     }
-    LATER_REPORTS reports;
+    later_reports reports;
     substitute(this, sig, sub, iscompl != 0, reports);
     reports.send();
-}
-
-void remove_signal(BOOL_TNODE* root, const TECHMAP_SIG* sig) noexcept
-{
-    DOOMED_LEAVES doomed;
-    walk_edges<SIDE::RIGHT>(root, [&](BOOL_TNODE*& child, unsigned char /*flag*/) {
-        if (is_operator(child)) {
-            return WALK::BELOW;
-        }
-        if (child != nullptr && is_leaf_of(*child, sig)) {
-            doomed.add(std::exchange(child, nullptr));
-        }
-        return WALK::PAST;
-    });
 }
 
 void BOOL_TNODE::rmsigfromtree(TECHMAP_SIG* sig)
 {
     if (basbd_is_leaf(*this)) {
-        report(REPORT::REMOVE_FROM_LEAF);
+        report(report_site::remove_from_leaf);
         return;
     }
     remove_signal(this, sig);

@@ -5,6 +5,8 @@
 #include "node.h"
 #include "reports.h"
 
+namespace basbdbool {
+
 /// Adds a leaf of `sig` under the operator `node`, which must be where the right spine ends.
 void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl);
 
@@ -33,11 +35,13 @@ inline void fix_leaf(BOOL_TNODE& leaf, const TECHMAP_SIG* sig, BOOL_OP op)
 }
 
 /// A deep copy; of null an operator without operands.
-OWNED_TREE copy_or_empty(BOOL_TNODE* sub, LATER_REPORTS& reports);
+owned_tree copy_or_empty(BOOL_TNODE* sub, later_reports& reports);
 
 /// Puts a copy of `sub` in the place of every leaf of `sig` under the operator `root`.
 void substitute(BOOL_TNODE* root, const TECHMAP_SIG* sig, BOOL_TNODE* sub, bool is_complemented,
-                LATER_REPORTS& reports);
+                later_reports& reports);
 
 /// Deletes every leaf of `sig` under the operator `root`.
 void remove_signal(BOOL_TNODE* root, const TECHMAP_SIG* sig) noexcept;
+
+} // namespace basbdbool

@@ -2,10 +2,16 @@
 
 #include "names.h"
 
+namespace basbdbool {
+
 bool is_in_tree(BOOL_TNODE* root, const TECHMAP_SIG* sig)
 {
     return any_leaf(root, [sig](const BOOL_TNODE& leaf) { return is_leaf_of(leaf, sig); });
 }
+
+} // namespace basbdbool
+
+using namespace basbdbool;
 
 bool BOOL_TNODE::issiginsuppt(TECHMAP_SIG* sig) { return is_in_tree(this, sig); }
 
@@ -15,15 +21,15 @@ bool BOOL_TNODE::issigcompl(TECHMAP_SIG* sig)
         return false;
     }
     bool is_complemented = false;
-    walk_edges<SIDE::RIGHT>(this, [&](const BOOL_TNODE* child, unsigned char flag) {
+    walk_edges<branch::right>(this, [&](const BOOL_TNODE* child, unsigned char flag) {
         if (is_operator(child)) {
-            return WALK::BELOW;
+            return step::below;
         }
         if (child == nullptr || !is_leaf_of(*child, sig)) {
-            return WALK::PAST;
+            return step::past;
         }
         is_complemented = flag != 0;
-        return WALK::STOP;
+        return step::stop;
     });
     return is_complemented;
 }
@@ -47,7 +53,7 @@ BOOL_VARNAME BOOL_TNODE::getsigvname(TECHMAP_SIG* sig)
     return name;
 }
 
-void BOOL_TNODE::listsigs(TECHMAP_SIG** list) { SIGNAL_LIST(list).enter_all(this); }
+void BOOL_TNODE::listsigs(TECHMAP_SIG** list) { signal_list(list).enter_all(this); }
 
 unsigned int BOOL_TNODE::countleaves()
 {

@@ -8,16 +8,18 @@
 #include <algorithm>
 #include <cstdint>
 
+namespace basbdbool {
+
 /// Slots of a signal list.
 constexpr unsigned short support_limit = 20;
 
 /// @brief The distinct signals of one or more trees, in the order in which they are first met.
 ///
 /// At most 20 are told apart. The slots behind the last signal are null.
-class SIGNAL_LIST {
+class signal_list {
 public:
     /// Goes on with the signals that are in `slots` already.
-    explicit SIGNAL_LIST(TECHMAP_SIG** slots) : list(slots)
+    explicit signal_list(TECHMAP_SIG** slots) : list(slots)
     {
         while (count < support_limit && list[count] != nullptr) {
             filter |= filter_bit(list[count++]);
@@ -58,6 +60,15 @@ private:
     std::uint64_t filter = 0; ///< a signal whose bit is clear is not in the list
 };
 
+/// The number of distinct signals in a tree, at most 20.
+inline unsigned short support_of(BOOL_TNODE* root)
+{
+    TECHMAP_SIG* slots[support_limit] = {};
+    signal_list support(slots);
+    support.enter_all(root);
+    return support.size();
+}
+
 /// Whether some leaf of the tree holds `sig`; looks no further than the first one.
 bool is_in_tree(BOOL_TNODE* root, const TECHMAP_SIG* sig);
 
@@ -72,3 +83,5 @@ inline bool is_in_operand(BOOL_TNODE* child, const TECHMAP_SIG* sig)
     }
     return is_in_tree(child, sig);
 }
+
+} // namespace basbdbool

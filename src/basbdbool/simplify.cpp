@@ -6,6 +6,8 @@
 
 #include <utility>
 
+namespace basbdbool {
+
 namespace {
 
 signed char dual(signed char op) { return op == BOOL_OP_AND ? BOOL_OP_OR : BOOL_OP_AND; }
@@ -38,16 +40,22 @@ BOOL_TNODE* complement_if(unsigned char flag, BOOL_TNODE* node)
     return node;
 }
 
+/// Clears the complement that a leaf carries itself until there is an edge to carry it.
+unsigned char take_own_complement(BOOL_TNODE& node)
+{
+    return basbd_is_leaf(node) ? std::exchange(node.lcompl, static_cast<unsigned char>(0)) : 0;
+}
+
 bool is_known_operator(signed char op) { return op >= BOOL_OP_AND && op <= BOOL_OP_OR; }
 
-struct OPERAND {
+struct operand {
     BOOL_TNODE* node;
     unsigned char flag;
 };
 
 /// The replacement of an operator whose operands are a constant and another node.
-BOOL_TNODE* fold_constant(BOOL_TNODE* node, OPERAND constant_operand, OPERAND other_operand,
-                          REPORT unknown_op, LATER_REPORTS& reports)
+BOOL_TNODE* fold_constant(BOOL_TNODE* node, operand constant_operand, operand other_operand,
+                          report_site unknown_op, later_reports& reports)
 {
     BOOL_TNODE* const constant = complement_if(constant_operand.flag, constant_operand.node);
     BOOL_TNODE* const other = other_operand.node;
@@ -67,16 +75,16 @@ BOOL_TNODE* fold_constant(BOOL_TNODE* node, OPERAND constant_operand, OPERAND ot
     return complement_if(other_operand.flag, other);
 }
 
-BOOL_TNODE* fold_right_constant(BOOL_TNODE* node, LATER_REPORTS& reports)
+BOOL_TNODE* fold_right_constant(BOOL_TNODE* node, later_reports& reports)
 {
     return fold_constant(node, {node->right, node->rcompl}, {node->left, node->lcompl},
-                         REPORT::RIGHT_CONSTANT_OP, reports);
+                         report_site::right_constant_op, reports);
 }
 
-BOOL_TNODE* fold_left_constant(BOOL_TNODE* node, LATER_REPORTS& reports)
+BOOL_TNODE* fold_left_constant(BOOL_TNODE* node, later_reports& reports)
 {
     return fold_constant(node, {node->left, node->lcompl}, {node->right, node->rcompl},
-                         REPORT::LEFT_CONSTANT_OP, reports);
+                         report_site::left_constant_op, reports);
 }
 
 /// Makes a constant of an operator whose children are dealt with already.
@@ -89,11 +97,11 @@ BOOL_TNODE* make_constant(BOOL_TNODE* node, BOOL_OP op)
 }
 
 /// The replacement of an operator whose operands are two leaves of one signal.
-BOOL_TNODE* fold_same_signals(BOOL_TNODE* node, LATER_REPORTS& reports)
+BOOL_TNODE* fold_same_signals(BOOL_TNODE* node, later_reports& reports)
 {
     const bool is_known = is_known_operator(node->op);
     if (!is_known) {
-        reports.add(REPORT::SAME_OPERANDS_OP);
+        reports.add(report_site::same_operands_op);
     }
     BOOL_TNODE* const leaf = node->left;
     if (node->right != leaf) {
@@ -113,12 +121,26 @@ BOOL_TNODE* fold_same_signals(BOOL_TNODE* node, LATER_REPORTS& reports)
     return make_constant(node, is_one ? BOOL_OP_ONE : BOOL_OP_ZERO);
 }
 
-/// Rewrites as asked for and reports once that is done.
-BOOL_TNODE* rewrite_and_report(BOOL_TNODE* node, BOOL_TNODE* (*change)(BOOL_TNODE*, LATER_REPORTS&))
+/// @brief Rewrites as asked for and reports once that is done.
+///
+/// While reports go out, and for good when one throws, the node stands for its replacement, as an
+/// operator with no other operand.
+BOOL_TNODE* rewrite_and_report(BOOL_TNODE* node, BOOL_TNODE* (*change)(BOOL_TNODE*, later_reports&))
 {
-    LATER_REPORTS reports;
+    later_reports reports;
     BOOL_TNODE* const replacement = change(node, reports);
+    if (replacement == node) {
+        reports.send();
+        return node;
+    }
+    node->left = replacement;
+    node->right = nullptr;
+    node->lcompl = take_own_complement(*replacement);
+    const unsigned char flag = node->lcompl;
     reports.send();
+    if (flag != 0) {
+        toggle(replacement->lcompl);
+    }
     return replacement;
 }
 
@@ -132,7 +154,7 @@ bool is_reducible(const BOOL_TNODE& node)
 }
 
 /// The replacement of such an operator.
-[[gnu::noinline]] BOOL_TNODE* reduce_node(BOOL_TNODE* node, LATER_REPORTS& reports)
+[[gnu::noinline]] BOOL_TNODE* reduce_node(BOOL_TNODE* node, later_reports& reports)
 {
     BOOL_TNODE* const left = node->left;
     BOOL_TNODE* const right = node->right;
@@ -156,10 +178,10 @@ bool is_reducible(const BOOL_TNODE& node)
 
 } // namespace
 
-void reduce_operands(BOOL_TNODE* node, LATER_REPORTS& reports)
+void reduce_operands(BOOL_TNODE* node, later_reports& reports)
 {
     const auto enter = [](BOOL_TNODE* child, unsigned char /*flag*/) {
-        return is_operator(child) ? WALK::BELOW : WALK::PAST;
+        return is_operator(child) ? step::below : step::past;
     };
     walk_edges(node, enter, [&](BOOL_TNODE*& child, unsigned char& flag) {
         if (!is_reducible(*child)) {
@@ -170,14 +192,11 @@ void reduce_operands(BOOL_TNODE* node, LATER_REPORTS& reports)
             return;
         }
         delete_node(done);
-        // A leaf that was complemented carries that itself until there is an edge to carry it.
-        if (basbd_is_leaf(*child)) {
-            flag ^= std::exchange(child->lcompl, static_cast<unsigned char>(0));
-        }
+        flag ^= take_own_complement(*child);
     });
 }
 
-void push_complements(BOOL_TNODE* root, unsigned char is_complemented, LATER_REPORTS& reports)
+void push_complements(BOOL_TNODE* root, unsigned char is_complemented, later_reports& reports)
 {
     const auto take_complement = [&](BOOL_TNODE& node, unsigned char& flag) {
         if (std::exchange(flag, static_cast<unsigned char>(0)) == 0) {
@@ -186,34 +205,38 @@ void push_complements(BOOL_TNODE* root, unsigned char is_complemented, LATER_REP
         if (is_known_operator(node.op)) {
             complement(node);
         } else {
-            reports.add(REPORT::PUSH_THROUGH_OP);
+            reports.add(report_site::push_through_op);
         }
     };
     take_complement(*root, is_complemented);
     walk_edges(root, [&](BOOL_TNODE* child, unsigned char& flag) {
         if (!is_operator(child)) {
-            return WALK::PAST;
+            return step::past;
         }
         take_complement(*child, flag);
-        return WALK::BELOW;
+        return step::below;
     });
 }
 
 bool is_pure(BOOL_TNODE* root, signed char op)
 {
     return !visit_operators(
-        root, [op](const BOOL_TNODE& node) { return node.op == op ? WALK::BELOW : WALK::STOP; });
+        root, [op](const BOOL_TNODE& node) { return node.op == op ? step::below : step::stop; });
 }
+
+} // namespace basbdbool
+
+using namespace basbdbool;
 
 void BOOL_TNODE::complsubtree() { complement(*this); }
 
 BOOL_TNODE* BOOL_TNODE::reducetrivialsubtrees()
 {
     if (basbd_is_leaf(*this)) {
-        report(REPORT::REDUCE_LEAF);
+        report(report_site::reduce_leaf);
         return this;
     }
-    return rewrite_and_report(this, [](BOOL_TNODE* node, LATER_REPORTS& reports) {
+    return rewrite_and_report(this, [](BOOL_TNODE* node, later_reports& reports) {
         reduce_operands(node, reports);
         return is_reducible(*node) ? reduce_node(node, reports) : node;
     });
@@ -228,10 +251,10 @@ BOOL_TNODE* BOOL_TNODE::idempotency() { return rewrite_and_report(this, fold_sam
 void BOOL_TNODE::pushbubblestoleaves(unsigned char iscompl)
 {
     if (basbd_is_leaf(*this)) {
-        report(REPORT::PUSH_INTO_LEAF);
+        report(report_site::push_into_leaf);
         return;
     }
-    LATER_REPORTS reports;
+    later_reports reports;
     push_complements(this, iscompl, reports);
     reports.send();
 }

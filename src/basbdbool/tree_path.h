@@ -6,7 +6,10 @@
 
 #include <cstdint>
 
-enum class SIDE : unsigned char { LEFT, RIGHT };
+namespace basbdbool {
+
+/// An operand of an operator.
+enum class branch : unsigned char { left, right };
 
 /// @brief The way from a walk's start down to its current node, kept in the nodes themselves.
 ///
@@ -18,12 +21,12 @@ enum class SIDE : unsigned char { LEFT, RIGHT };
 /// Nodes off the way are as they always are, also where parents share them: a tree has no cycle,
 /// so a node on the way is not met again below itself. The destructor goes back to the start, so a
 /// walk may end or throw anywhere.
-class TREE_PATH {
+class tree_path {
 public:
-    explicit TREE_PATH(BOOL_TNODE* start) : current(start) {}
-    TREE_PATH(const TREE_PATH&) = delete;
-    TREE_PATH& operator=(const TREE_PATH&) = delete;
-    ~TREE_PATH()
+    explicit tree_path(BOOL_TNODE* start) : current(start) {}
+    tree_path(const tree_path&) = delete;
+    tree_path& operator=(const tree_path&) = delete;
+    ~tree_path()
     {
         while (!at_start()) {
             ascend();
@@ -33,9 +36,9 @@ public:
     BOOL_TNODE* node() const { return current; }
     bool at_start() const { return up == nullptr; }
 
-    void descend(SIDE side)
+    void descend(branch side)
     {
-        if (side == SIDE::LEFT) {
+        if (side == branch::left) {
             descend(current->left, 0);
         } else {
             descend(current->right, 1);
@@ -43,7 +46,7 @@ public:
     }
 
     /// Back to the parent. @return the side that the walk comes back from
-    SIDE ascend()
+    branch ascend()
     {
         const auto side = reinterpret_cast<std::uintptr_t>(up) & 1U;
         auto* parent = reinterpret_cast<BOOL_TNODE*>(up - side);
@@ -51,7 +54,7 @@ public:
         up = reinterpret_cast<char*>(lent);
         lent = current;
         current = parent;
-        return side == 0 ? SIDE::LEFT : SIDE::RIGHT;
+        return side == 0 ? branch::left : branch::right;
     }
 
 private:
@@ -68,10 +71,10 @@ private:
 };
 
 /// Where a walk goes from a node.
-enum class WALK : unsigned char {
-    BELOW, ///< to its children; not for leaves
-    PAST,  ///< on
-    STOP   ///< nowhere: the walk ends
+enum class step : unsigned char {
+    below, ///< to its children; not for leaves
+    past,  ///< on
+    stop   ///< nowhere: the walk ends
 };
 
 /// @brief Walks over the operator `start` and what is below it, once per path.
@@ -80,21 +83,22 @@ enum class WALK : unsigned char {
 /// @param first   answers for each operator what to do about its left operand
 /// @param second  the same for its right operand, after what is below the left one
 /// @param up      takes an operator and the side of the operand that the walk is done with
-/// @tparam FIRST  the side that comes first
+/// @tparam first_side  the side that comes first
 /// @return whether the walk was stopped
-template <SIDE FIRST = SIDE::LEFT, typename ENTER_FIRST, typename ENTER_SECOND, typename UP>
-inline bool walk(BOOL_TNODE* start, ENTER_FIRST first, ENTER_SECOND second, UP up)
+template <branch first_side = branch::left, typename first_function, typename second_function,
+          typename up_function>
+inline bool walk(BOOL_TNODE* start, first_function first, second_function second, up_function up)
 {
-    constexpr SIDE last = FIRST == SIDE::LEFT ? SIDE::RIGHT : SIDE::LEFT;
-    TREE_PATH path(start);
+    constexpr branch last = first_side == branch::left ? branch::right : branch::left;
+    tree_path path(start);
     for (;;) {
-        WALK next = first(*path.node());
-        while (next == WALK::BELOW) {
-            path.descend(FIRST);
+        step next = first(*path.node());
+        while (next == step::below) {
+            path.descend(first_side);
             next = first(*path.node());
         }
-        while (next != WALK::STOP && (next = second(*path.node())) == WALK::PAST) {
-            SIDE side = last;
+        while (next != step::stop && (next = second(*path.node())) == step::past) {
+            branch side = last;
             while (side == last) {
                 if (path.at_start()) {
                     return false;
@@ -103,7 +107,7 @@ inline bool walk(BOOL_TNODE* start, ENTER_FIRST first, ENTER_SECOND second, UP u
                 up(*path.node(), side);
             }
         }
-        if (next == WALK::STOP) {
+        if (next == step::stop) {
             return true;
         }
         path.descend(last);
@@ -113,72 +117,75 @@ inline bool walk(BOOL_TNODE* start, ENTER_FIRST first, ENTER_SECOND second, UP u
 /// @brief A walk that looks at edges: at a pointer to an operand and the flag beside it.
 /// @param enter  answers what to do about an operand
 /// @param leave  takes the edge again when the walk is done with what is below
-template <SIDE FIRST = SIDE::LEFT, typename ENTER, typename LEAVE>
-inline bool walk_edges(BOOL_TNODE* start, ENTER enter, LEAVE leave)
+template <branch first_side = branch::left, typename enter_function, typename leave_function>
+inline bool walk_edges(BOOL_TNODE* start, enter_function enter, leave_function leave)
 {
     const auto enter_left = [&](BOOL_TNODE& node) { return enter(node.left, node.lcompl); };
     const auto enter_right = [&](BOOL_TNODE& node) { return enter(node.right, node.rcompl); };
-    const auto leave_edge = [&](BOOL_TNODE& node, SIDE side) {
-        const bool is_left = side == SIDE::LEFT;
+    const auto leave_edge = [&](BOOL_TNODE& node, branch side) {
+        const bool is_left = side == branch::left;
         leave(is_left ? node.left : node.right, is_left ? node.lcompl : node.rcompl);
     };
-    if constexpr (FIRST == SIDE::LEFT) {
-        return walk<FIRST>(start, enter_left, enter_right, leave_edge);
+    if constexpr (first_side == branch::left) {
+        return walk<first_side>(start, enter_left, enter_right, leave_edge);
     } else {
-        return walk<FIRST>(start, enter_right, enter_left, leave_edge);
+        return walk<first_side>(start, enter_right, enter_left, leave_edge);
     }
 }
 
-template <SIDE FIRST = SIDE::LEFT, typename ENTER>
-inline bool walk_edges(BOOL_TNODE* start, ENTER enter)
+template <branch first_side = branch::left, typename enter_function>
+inline bool walk_edges(BOOL_TNODE* start, enter_function enter)
 {
-    return walk_edges<FIRST>(start, enter, [](BOOL_TNODE* /*child*/, unsigned char /*flag*/) {});
+    return walk_edges<first_side>(start, enter,
+                                  [](BOOL_TNODE* /*child*/, unsigned char /*flag*/) {});
 }
 
 /// @brief Visits nodes: a node, then what is below its left and its right child.
-/// @param visit  answers a WALK for a `BOOL_TNODE&`; once per path that leads to the node
+/// @param visit  answers a step for a `BOOL_TNODE&`; once per path that leads to the node
 /// @return whether a visit stopped the walk
-template <typename VISIT>
-inline bool visit_nodes(BOOL_TNODE* start, VISIT visit)
+template <typename visitor>
+inline bool visit_nodes(BOOL_TNODE* start, visitor visit)
 {
-    const WALK first = visit(*start);
-    if (first != WALK::BELOW) {
-        return first == WALK::STOP;
+    const step first = visit(*start);
+    if (first != step::below) {
+        return first == step::stop;
     }
     return walk_edges(start, [&](BOOL_TNODE* child, unsigned char /*flag*/) {
-        return child == nullptr ? WALK::PAST : visit(*child);
+        return child == nullptr ? step::past : visit(*child);
     });
 }
 
 /// Visits the leaves in walk order. @param visit  does something to a `BOOL_TNODE&`
-template <typename VISIT>
-inline void visit_leaves(BOOL_TNODE* start, VISIT visit)
+template <typename visitor>
+inline void visit_leaves(BOOL_TNODE* start, visitor visit)
 {
     visit_nodes(start, [&](BOOL_TNODE& node) {
         if (!basbd_is_leaf(node)) {
-            return WALK::BELOW;
+            return step::below;
         }
         visit(node);
-        return WALK::PAST;
+        return step::past;
     });
 }
 
 /// Whether some leaf satisfies `matches`; looks no further than the first one.
-template <typename PREDICATE>
-inline bool any_leaf(BOOL_TNODE* start, PREDICATE matches)
+template <typename predicate>
+inline bool any_leaf(BOOL_TNODE* start, predicate matches)
 {
     return visit_nodes(start, [&](BOOL_TNODE& node) {
         if (!basbd_is_leaf(node)) {
-            return WALK::BELOW;
+            return step::below;
         }
-        return matches(node) ? WALK::STOP : WALK::PAST;
+        return matches(node) ? step::stop : step::past;
     });
 }
 
-/// Visits operators in walk order, once per path. @param visit  answers a WALK
-template <typename VISIT>
-inline bool visit_operators(BOOL_TNODE* start, VISIT visit)
+/// Visits operators in walk order, once per path. @param visit  answers a step
+template <typename visitor>
+inline bool visit_operators(BOOL_TNODE* start, visitor visit)
 {
     return visit_nodes(
-        start, [&](BOOL_TNODE& node) { return basbd_is_leaf(node) ? WALK::PAST : visit(node); });
+        start, [&](BOOL_TNODE& node) { return basbd_is_leaf(node) ? step::past : visit(node); });
 }
+
+} // namespace basbdbool

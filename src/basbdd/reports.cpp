@@ -1,7 +1,6 @@
 #include "reports.h"
 
-#include "ut_msgman.h"
-#include "ut_text.h"
+#include "report.h"
 
 namespace {
 
@@ -11,8 +10,5 @@ char rcsrev[] = "$Revision: 1.5 $";
 
 void report(BDD_REPORT site)
 {
-    constexpr int subsystem = 4;
-    constexpr int bdd_engine = 1;
-    ut_msgman->report("", cae_appname, neoform("%d:%d", subsystem, bdd_engine),
-                      static_cast<int>(site), rcsrev, 2, nullptr);
+    basbd::report_internal_error(basbd::reporting_unit::bdds, static_cast<int>(site), rcsrev);
 }
