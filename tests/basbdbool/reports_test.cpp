@@ -118,8 +118,7 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
         seen.push_back(std::to_string(line) + shape(function));
         delete[] other.writeeqn();
     };
-    delete[] FUNC("aA").writeeqn(); // its buffer has the size of the next one
-    char* buffer = new char[256];
+    char* buffer = BOOL_FUNC().writeeqn();
     char* end = buffer;
     for (int i = 0; i < 60; ++i) {
         function.root->writesubtree(buffer, end);
@@ -173,7 +172,7 @@ TEST(reports, may_edit_the_function_and_throw)
         EXPECT_EQ(shape(function), row.done);
     }
 
-    char* buffer = new char[256];
+    char* buffer = BOOL_FUNC().writeeqn(); // a new text begins like that
     char* end = buffer;
     FUNC nameless("*(a,bB)");
     BOOL_FUNC other(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
