@@ -6,35 +6,37 @@
 #include "quiet_host.h"
 
 #include <array>
+#include <iostream>
+#include <iterator>
 #include <memory>
 #include <vector>
 
 namespace {
 
 using tree_oracle::signal;
-using COLUMN = std::uint64_t;
+using truth_column = std::uint64_t;
 
 constexpr unsigned signals = 6;
 constexpr unsigned most_leaves = 300;
 
 /// @param value  of an assignment
-template <class VALUE>
-COLUMN column_where(VALUE value)
+template <class value_function>
+truth_column column_where(value_function value)
 {
-    COLUMN column = 0;
+    truth_column column = 0;
     for (unsigned x = 0; x < 64; ++x) {
-        column |= COLUMN{value(x) ? 1U : 0U} << x;
+        column |= truth_column{value(x) ? 1U : 0U} << x;
     }
     return column;
 }
 
-COLUMN projection(unsigned input)
+truth_column projection(unsigned input)
 {
     return column_where([&](unsigned x) { return (x >> input & 1U) != 0; });
 }
 
 /// f with g in place of an input.
-COLUMN compose(COLUMN f, unsigned input, COLUMN g)
+truth_column compose(truth_column f, unsigned input, truth_column g)
 {
     return column_where([&](unsigned x) {
         const unsigned y = (x & ~(1U << input)) | static_cast<unsigned>(g >> x & 1U) << input;
@@ -42,13 +44,13 @@ COLUMN compose(COLUMN f, unsigned input, COLUMN g)
     });
 }
 
-COLUMN column_of(const BOOL_FUNC& f)
+truth_column column_of(const BOOL_FUNC& f)
 {
     const std::vector<bool> values = tree_oracle::column(f, signals);
     return column_where([&](unsigned x) { return values[x]; });
 }
 
-COLUMN column_of(const BDD_FUNC& f)
+truth_column column_of(const BDD_FUNC& f)
 {
     return column_where([&](unsigned x) { return bdd_oracle::evaluate(f.bdd, x); });
 }
@@ -59,7 +61,7 @@ std::array<TECHMAP_SIG*, signals> all_signals()
 }
 
 /// The function's text read by the truth tables: the names A to F are the inputs 0 to 5.
-COLUMN column_of_text(const char* text)
+truth_column column_of_text(const char* text)
 {
     std::string equation;
     for (; *text != 0; ++text) {
@@ -69,131 +71,169 @@ COLUMN column_of_text(const char* text)
     BOOL_TRUTH_TABLE table;
     table.set_value_from_internal_equation(signals, equation);
     check(quiet_host::take_statuses() == 0, "the text of a function can be read");
-    return table.value.words[0] | COLUMN{table.value.words[1]} << 32U;
+    return table.value.words[0] | truth_column{table.value.words[1]} << 32U;
 }
 
 /// A function in two representations and as its column.
-struct FUNCTION {
+struct function_pair {
     std::unique_ptr<BOOL_FUNC> tree;
     std::unique_ptr<BDD_FUNC> bdd;
-    COLUMN column = 0;
+    truth_column column = 0;
 };
 
-class EDITOR {
+class editor {
 public:
-    EDITOR(FUZZ_INPUT input, BDD_STORE_METHOD method)
-        : input_(input), manager_(method, signals, all_signals().data())
+    editor(FUZZ_INPUT bytes, BDD_STORE_METHOD method)
+        : input(bytes), manager(method, signals, all_signals().data())
     {
-        for (FUNCTION& each : functions_) {
+        for (function_pair& each : functions) {
             restart(each);
         }
     }
 
     void run()
     {
-        for (int step = 0; step < 64 && !input_.empty(); ++step) {
-            const unsigned which = input_.below(2);
-            edit(functions_[which], functions_[1 - which]);
-            check_agreement(functions_[which]);
+        for (int step = 0; step < 64 && !input.empty(); ++step) {
+            const unsigned which = input.below(2);
+            edit(functions[which], functions[1 - which]);
+            check_agreement(functions[which]);
         }
     }
 
 private:
     std::unique_ptr<BDD_FUNC> converted(BOOL_FUNC& tree)
     {
-        return std::make_unique<BDD_FUNC>(signals, &tree, &manager_, nullptr);
+        return std::make_unique<BDD_FUNC>(signals, &tree, &manager, nullptr);
     }
 
-    void restart(FUNCTION& f)
+    void restart(function_pair& f)
     {
-        f.tree = std::make_unique<BOOL_FUNC>(static_cast<BOOL_FUNCTYPE>(input_.below(3)), nullptr,
+        f.tree = std::make_unique<BOOL_FUNC>(static_cast<BOOL_FUNCTYPE>(input.below(3)), nullptr,
                                              BOOL_VAR_A);
         follow_tree(f);
     }
 
-    void follow_tree(FUNCTION& f)
+    void follow_tree(function_pair& f)
     {
         f.bdd = converted(*f.tree);
         f.column = column_of(*f.tree);
     }
 
     /// Edits whose value is defined change tree, BDD and column; the others change the tree alone.
-    void edit(FUNCTION& f, FUNCTION& other)
+    using edit_function = void (editor::*)(function_pair& f, function_pair& other, unsigned s);
+    struct named_edit {
+        const char* name;
+        edit_function run;
+    };
+
+    void fix_to_1(function_pair& f, function_pair& /*other*/, unsigned s)
     {
-        const unsigned s = input_.below(signals);
-        TECHMAP_SIG* const sig = signal(s);
-        BOOL_FUNC& tree = *f.tree;
-        switch (input_.below(15)) {
-        case 0:
-            tree.setsigto1(sig);
-            f.bdd->setsigto1(sig);
-            f.column = compose(f.column, s, ~COLUMN{0});
-            return;
-        case 1:
-            tree.setsigto0(sig);
-            f.bdd->setsigto0(sig);
-            f.column = compose(f.column, s, 0);
-            return;
-        case 2:
-            tree.complsiginfunc(sig);
-            f.bdd->complsiginfn(sig);
-            f.column = compose(f.column, s, ~projection(s));
-            return;
-        case 3:
-            if (tree.root->countleaves() * (other.tree->root->countleaves() + 1) <= most_leaves) {
-                tree.substfnforsig(sig, other.tree.get());
-                f.bdd->substfnforsig(sig, other.bdd.get());
-                f.column = compose(f.column, s, other.column);
-            }
-            return;
-        case 4: {
-            const unsigned t = input_.below(signals);
-            tree.subsig1forsig2(signal(t), sig);
-            f.column = compose(f.column, s, projection(t));
-            f.bdd = converted(tree);
-            return;
+        f.tree->setsigto1(signal(s));
+        f.bdd->setsigto1(signal(s));
+        f.column = compose(f.column, s, ~truth_column{0});
+    }
+    void fix_to_0(function_pair& f, function_pair& /*other*/, unsigned s)
+    {
+        f.tree->setsigto0(signal(s));
+        f.bdd->setsigto0(signal(s));
+        f.column = compose(f.column, s, 0);
+    }
+    void complement(function_pair& f, function_pair& /*other*/, unsigned s)
+    {
+        f.tree->complsiginfunc(signal(s));
+        f.bdd->complsiginfn(signal(s));
+        f.column = compose(f.column, s, ~projection(s));
+    }
+    void substitute(function_pair& f, function_pair& other, unsigned s)
+    {
+        if (f.tree->root->countleaves() * (other.tree->root->countleaves() + 1) <= most_leaves) {
+            f.tree->substfnforsig(signal(s), other.tree.get());
+            f.bdd->substfnforsig(signal(s), other.bdd.get());
+            f.column = compose(f.column, s, other.column);
         }
-        case 5:
-            tree.cleanbufs();
-            check(tree.nsuppt == tree.countsuppt(), "the support as counted");
-            return;
-        case 6:
-            check(!tree.islogic1() || f.column == ~COLUMN{0}, "a tree that is the constant 1");
-            check(!tree.islogic0() || f.column == 0, "a tree that is the constant 0");
-            return;
-        case 7:
-            tree.getpurefunc();
-            tree.exchangexy();
-            return;
-        case 8:
-            check_text(f);
-            return;
-        case 9:
-            f.tree = std::make_unique<BOOL_FUNC>(&tree);
-            f.bdd = std::make_unique<BDD_FUNC>(f.bdd.get());
-            return;
-        case 10:
-            tree.buildcofactexpr(sig, signal(input_.below(signals)), signal(input_.below(signals)));
-            break;
-        case 11:
-            tree.rmsigfromfunc(sig);
-            break;
-        case 12:
-            delete tree.breakfunc(static_cast<unsigned short>(input_.below(8)));
-            break;
-        case 13:
-            restart(f);
-            return;
-        default:
-            for (unsigned count = input_.below(8); count > 0; --count) {
-                tree.addsigtofunc(signal(input_.below(signals)),
-                                  static_cast<unsigned char>(input_.below(2)));
-            }
+    }
+    void rename(function_pair& f, function_pair& /*other*/, unsigned s)
+    {
+        const unsigned t = input.below(signals);
+        f.tree->subsig1forsig2(signal(t), signal(s));
+        f.column = compose(f.column, s, projection(t));
+        f.bdd = converted(*f.tree);
+    }
+    void clean(function_pair& f, function_pair& /*other*/, unsigned /*s*/)
+    {
+        f.tree->cleanbufs();
+        check(f.tree->nsuppt == f.tree->countsuppt(), "the support as counted");
+    }
+    void ask_for_constants(function_pair& f, function_pair& /*other*/, unsigned /*s*/)
+    {
+        check(!f.tree->islogic1() || f.column == ~truth_column{0}, "a tree that is the constant 1");
+        check(!f.tree->islogic0() || f.column == 0, "a tree that is the constant 0");
+    }
+    void push_complements(function_pair& f, function_pair& /*other*/, unsigned /*s*/)
+    {
+        f.tree->getpurefunc();
+        f.tree->exchangexy();
+    }
+    void write(function_pair& f, function_pair& /*other*/, unsigned /*s*/) { check_text(f); }
+    void copy(function_pair& f, function_pair& /*other*/, unsigned /*s*/)
+    {
+        f.tree = std::make_unique<BOOL_FUNC>(f.tree.get());
+        f.bdd = std::make_unique<BDD_FUNC>(f.bdd.get());
+    }
+    void choose(function_pair& f, function_pair& /*other*/, unsigned s)
+    {
+        const unsigned a = input.below(signals);
+        const unsigned b = input.below(signals);
+        f.tree->buildcofactexpr(signal(s), signal(a), signal(b));
+        follow_tree(f);
+    }
+    void remove(function_pair& f, function_pair& /*other*/, unsigned s)
+    {
+        f.tree->rmsigfromfunc(signal(s));
+        follow_tree(f);
+    }
+    void break_off(function_pair& f, function_pair& /*other*/, unsigned /*s*/)
+    {
+        delete f.tree->breakfunc(static_cast<unsigned short>(input.below(8)));
+        follow_tree(f);
+    }
+    void begin_anew(function_pair& f, function_pair& /*other*/, unsigned /*s*/) { restart(f); }
+    void add_signals(function_pair& f, function_pair& /*other*/, unsigned /*s*/)
+    {
+        for (unsigned count = input.below(8); count > 0; --count) {
+            TECHMAP_SIG* const sig = signal(input.below(signals));
+            f.tree->addsigtofunc(sig, static_cast<unsigned char>(input.below(2)));
         }
         follow_tree(f);
     }
 
-    static void check_text(FUNCTION& f)
+    static constexpr named_edit edits[] = {
+        {"fix to 1", &editor::fix_to_1},
+        {"fix to 0", &editor::fix_to_0},
+        {"complement", &editor::complement},
+        {"substitute", &editor::substitute},
+        {"rename", &editor::rename},
+        {"clean", &editor::clean},
+        {"ask for constants", &editor::ask_for_constants},
+        {"push complements", &editor::push_complements},
+        {"write", &editor::write},
+        {"copy", &editor::copy},
+        {"choose", &editor::choose},
+        {"remove", &editor::remove},
+        {"break off", &editor::break_off},
+        {"begin anew", &editor::begin_anew},
+        {"add signals", &editor::add_signals},
+    };
+
+    void edit(function_pair& f, function_pair& other)
+    {
+        const unsigned s = input.below(signals);
+        const named_edit& chosen = edits[input.below(std::size(edits))];
+        last_edit = chosen.name;
+        (this->*chosen.run)(f, other, s);
+    }
+
+    static void check_text(function_pair& f)
     {
         for (unsigned i = 0; i < signals; ++i) {
             f.tree->setvarname(signal(i), static_cast<BOOL_VARNAME>(i));
@@ -202,20 +242,28 @@ private:
         check(column_of_text(text.get()) == f.column, "the text of a function");
     }
 
-    /// Equal functions are equal edges, and the support is what the column depends on.
-    void check_agreement(FUNCTION& f)
+    void verify(bool holds, const char* what) const
     {
-        check(column_of(*f.tree) == f.column, "the tree's value");
-        check(column_of(*f.bdd) == f.column, "the BDD's value");
-        check(bdd_oracle::is_canonical(f.bdd->bdd), "the BDD's form");
-        check(converted(*f.tree)->bdd == f.bdd->bdd, "the BDD of the tree");
+        if (!holds) {
+            std::cerr << "after " << last_edit << ": ";
+        }
+        check(holds, what);
+    }
+
+    /// Equal functions are equal edges, and the support is what the column depends on.
+    void check_agreement(function_pair& f)
+    {
+        verify(column_of(*f.tree) == f.column, "the tree's value");
+        verify(column_of(*f.bdd) == f.column, "the BDD's value");
+        verify(bdd_oracle::is_canonical(f.bdd->bdd), "the BDD's form");
+        verify(converted(*f.tree)->bdd == f.bdd->bdd, "the BDD of the tree");
         unsigned count = 0;
         for (unsigned i = 0; i < signals; ++i) {
             if (compose(f.column, i, 0) != f.column) {
-                check(f.bdd->suppt[count++] == i, "the support");
+                verify(f.bdd->suppt[count++] == i, "the support");
             }
         }
-        check(f.bdd->nsuppt == count, "the number of variables in the support");
+        verify(f.bdd->nsuppt == count, "the number of variables in the support");
         std::array<char, 4096> text{};
         std::array<char, signals + 1> names{"abcdef"};
         f.bdd->printbddexpr(text.data(), names.data());
@@ -224,9 +272,10 @@ private:
         }
     }
 
-    FUZZ_INPUT input_;
-    BDD_MANAGER manager_;
-    std::array<FUNCTION, 2> functions_;
+    FUZZ_INPUT input;
+    const char* last_edit = "the start";
+    BDD_MANAGER manager;
+    std::array<function_pair, 2> functions;
 };
 
 } // namespace
@@ -234,7 +283,7 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     for (const auto method : {BDD_STORE_HASH, BDD_STORE_TREE}) {
-        EDITOR({data, size}, method).run();
+        editor({data, size}, method).run();
     }
     return 0;
 }

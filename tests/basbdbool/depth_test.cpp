@@ -55,7 +55,7 @@ void walk_spine(bool leans_left)
     copy.setvarname(signal(2), BOOL_VAR_D);
     copy.subsig1forsig2(signal(3), signal(2));
     EXPECT_FALSE(copy.root->issigcompl(signal(3)));
-    tree_oracle::FUNC leaf("e");
+    tree_oracle::parsed_func leaf("e");
     copy.substfnforsig(signal(3), &leaf);
     EXPECT_EQ(copy.nsuppt, 3);
     copy.addsigtofunc(signal(5), 0);

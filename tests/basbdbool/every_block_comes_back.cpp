@@ -5,9 +5,9 @@
 
 namespace {
 
-class EVERY_BLOCK_COMES_BACK final : public testing::Environment {
+class every_block_comes_back final : public testing::Environment {
     void TearDown() override { EXPECT_EQ(counting_pool::live(), 0); }
 };
-const auto* const watch = testing::AddGlobalTestEnvironment(new EVERY_BLOCK_COMES_BACK);
+const auto* const watch = testing::AddGlobalTestEnvironment(new every_block_comes_back);
 
 } // namespace

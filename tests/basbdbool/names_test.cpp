@@ -20,7 +20,7 @@ constexpr char all_names[] = "+(aA,+(aB,+(aC,+(aD,+(aE,+(aF,+(aG,+(aI,+(aJ,+(aK,
 /// The text and the list of names, one after the other.
 std::string text_of(const char* shape)
 {
-    tree_oracle::FUNC function(shape);
+    tree_oracle::parsed_func function(shape);
     const std::unique_ptr<char[]> text(function.writeeqn());
     char names[200] = "F";
     function.catvars(names);
@@ -76,7 +76,7 @@ TEST(names, hole)
     const std::string long_name(5000, 'x');
     const char* list[] = {nullptr, long_name.c_str()};
     const BOOL_FUNC function(list, BOOL_VAR_B);
-    tree_oracle::FUNC written("*(aA,~+(b,bB))");
+    tree_oracle::parsed_func written("*(aA,~+(b,bB))");
     const std::unique_ptr<char[]> text(written.writeeqn());
     EXPECT_EQ(text.get(), "*~(+" + long_name + ")");
     EXPECT_EQ(host_recorder::take_report_lines(), (std::vector<int>{436, 441}));

@@ -14,7 +14,7 @@ using tree_oracle::signal;
 
 namespace {
 
-using OWNED = std::unique_ptr<BOOL_FUNC>;
+using owned = std::unique_ptr<BOOL_FUNC>;
 
 BOOL_TNODE* copy(const BOOL_TNODE& src)
 {
@@ -64,32 +64,32 @@ void clean(BOOL_FUNC& f)
 }
 
 const struct {
-    void (*run)(OWNED& f);
-    void (*definition)(OWNED& f);
+    void (*run)(owned& f);
+    void (*definition)(owned& f);
 } operations[] = {
-    {[](OWNED& f) { BOOL_FUNC(f.get()); }, [](OWNED& f) { free_tree(copy(*f->root)); }},
-    {[](OWNED& f) { f->setlogic0(); },
-     [](OWNED& f) {
+    {[](owned& f) { BOOL_FUNC(f.get()); }, [](owned& f) { free_tree(copy(*f->root)); }},
+    {[](owned& f) { f->setlogic0(); },
+     [](owned& f) {
          auto* const zero = new BOOL_TNODE(BOOL_OP_ZERO);
          free_tree(std::exchange(f->root, zero));
      }},
-    {[](OWNED& f) { f->cleanbufs(); }, [](OWNED& f) { clean(*f); }},
-    {[](OWNED& f) {
+    {[](owned& f) { f->cleanbufs(); }, [](owned& f) { clean(*f); }},
+    {[](owned& f) {
          f->root->unmarknodes();
          f->root->markusage();
          f->root->reclaim();
          delete std::exchange(f->root, nullptr);
      },
-     [](OWNED& f) { free_tree(std::exchange(f->root, nullptr)); }},
+     [](owned& f) { free_tree(std::exchange(f->root, nullptr)); }},
 };
 
 /// What the pool sees of an edit of random function number `number`.
-std::vector<long> events_of(void (*edit)(OWNED& f), unsigned number)
+std::vector<long> events_of(void (*edit)(owned& f), unsigned number)
 {
     std::vector<long> events;
     counting_pool::record(&events);
     std::mt19937 random(number);
-    tree_oracle::SHAPES shapes;
+    tree_oracle::tree_kind shapes;
     shapes.depth = 1 + number % 6;
     shapes.shared = number % 3 != 0;
     auto f = std::make_unique<BOOL_FUNC>();
@@ -114,7 +114,7 @@ TEST(pool, sees_the_order_of_the_definitions)
 
 TEST(pool, gives_a_substitution_nothing_but_what_stays)
 {
-    const auto substitute = [](OWNED& f) { f->root->subtreeforsig(signal(0), f->root, 0); };
+    const auto substitute = [](owned& f) { f->root->subtreeforsig(signal(0), f->root, 0); };
     for (unsigned number = 0; number < 100; ++number) {
         const std::vector<long> events = events_of(substitute, number);
         EXPECT_TRUE(std::all_of(events.begin(), events.end(), [&](long event) {

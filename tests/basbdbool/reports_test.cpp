@@ -7,18 +7,18 @@
 
 #include <utility>
 
-using tree_oracle::FUNC;
 using tree_oracle::parse_shape;
+using tree_oracle::parsed_func;
 using tree_oracle::shape;
 
 namespace {
 
 TECHMAP_SIG* const a = tree_oracle::signal(0);
 
-struct SITE {
+struct misuse {
     int line;
     const char* function;
-    void (*misuse)(BOOL_FUNC& f);
+    void (*run)(BOOL_FUNC& f);
 };
 
 void copy_no_tree(BOOL_FUNC& f)
@@ -37,7 +37,7 @@ void fold_same_signals(BOOL_FUNC& f)
     EXPECT_EQ(f.root->idempotency(), f.root);
 }
 
-const SITE sites[] = {
+const misuse sites[] = {
     {56, "-", copy_no_tree},
     {252, "*(a,b)", [](auto& f) { f.root->setsigvname(a, BOOL_VAR_NONE); }},
     {323, "a", [](auto& f) { f.root->subtreeforsig(a, f.root, 0); }},
@@ -71,13 +71,13 @@ TEST(reports, each_site_whole)
 {
     static char name[] = "mapper 0"; // outlives the test: the host may report later
     cae_appname = name;
-    for (const SITE& site : sites) {
+    for (const misuse& site : sites) {
         SCOPED_TRACE(site.line);
         ++name[sizeof(name) - 2]; // the name counts at the time of the report
-        FUNC function(site.function);
-        site.misuse(function);
+        parsed_func function(site.function);
+        site.run(function);
         EXPECT_EQ(shape(function), site.function);
-        EXPECT_EQ(function.nsuppt, FUNC(site.function).nsuppt);
+        EXPECT_EQ(function.nsuppt, parsed_func(site.function).nsuppt);
         const auto reports = host_recorder::take_reports();
         ASSERT_EQ(reports.size(), 1U);
         const auto& [text, app, id, line, rev, kind, extra] = reports[0];
@@ -111,9 +111,9 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
         other.addsigtofunc(a, 0);
     }
     other.setvarname(a, BOOL_VAR_A);
-    FUNC function("*(?(a,1),~+(?(0,~b),?(cC,c)))");
-    using TEXTS = std::vector<std::string>;
-    TEXTS seen;
+    parsed_func function("*(?(a,1),~+(?(0,~b),?(cC,c)))");
+    using texts_seen = std::vector<std::string>;
+    texts_seen seen;
     host_recorder::on_report = [&](int line) {
         seen.push_back(std::to_string(line) + shape(function));
         delete[] other.writeeqn();
@@ -123,19 +123,19 @@ TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
     for (int i = 0; i < 60; ++i) {
         function.root->writesubtree(buffer, end);
         EXPECT_EQ(std::string(end - 15, end), "(1)*~((0~)+(C))");
-        EXPECT_EQ(std::exchange(seen, {}), TEXTS(3, "441" + shape(function)));
+        EXPECT_EQ(std::exchange(seen, {}), texts_seen(3, "441" + shape(function)));
     }
     delete[] buffer;
     function.cleanbufs();
     const std::string form = "*(?(a,1),~+(?(0,~b),?(-,-)))";
-    EXPECT_EQ(seen, (TEXTS{"836" + form, "902" + form, "945" + form}));
+    EXPECT_EQ(seen, (texts_seen{"836" + form, "902" + form, "945" + form}));
     host_recorder::on_report = nullptr;
     host_recorder::take_reports();
 }
 
 TEST(reports, may_edit_the_function_and_throw)
 {
-    FUNC substituted("+(a,+(b,@(c,d)))");
+    parsed_func substituted("+(a,+(b,@(c,d)))");
     host_recorder::on_report = [&](int /*line*/) {
         EXPECT_FALSE(substituted.islogic1());
         substituted.addsigtofunc(a, 1);
@@ -144,7 +144,7 @@ TEST(reports, may_edit_the_function_and_throw)
     EXPECT_EQ(shape(substituted), "+(a,@(c,@(d,~a)))");
 
     const std::string form = "~?(~1,*(b,~*(c,d)))";
-    FUNC broken(form.c_str());
+    parsed_func broken(form.c_str());
     host_recorder::on_report = [&](int line) {
         EXPECT_EQ(shape(broken), "~?(~0,b)");
         broken.setlogic1();
@@ -163,7 +163,7 @@ TEST(reports, may_edit_the_function_and_throw)
         {"+(~a,*(0,?(b,1)))", [](auto& f) { f.root->reducetrivialsubtrees(); }, "+(~a,-)"},
     };
     for (const auto& row : rows) {
-        FUNC function(row.before);
+        parsed_func function(row.before);
         host_recorder::on_report = [&](int line) {
             EXPECT_EQ(shape(function), row.done);
             throw line;
@@ -174,7 +174,7 @@ TEST(reports, may_edit_the_function_and_throw)
 
     char* buffer = BOOL_FUNC().writeeqn(); // a new text begins like that
     char* end = buffer;
-    FUNC nameless("*(a,bB)");
+    parsed_func nameless("*(a,bB)");
     BOOL_FUNC other(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
     for (int i = 0; i < 300; ++i) {
         other.addsigtofunc(a, 0);

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-using tree_oracle::FUNC;
+using tree_oracle::parsed_func;
 using tree_oracle::shape;
 
 namespace {
@@ -26,7 +26,7 @@ TECHMAP_SIG* const a = tree_oracle::signal(0);
 TECHMAP_SIG* const b = tree_oracle::signal(1);
 TECHMAP_SIG* const c = tree_oracle::signal(2);
 
-struct ROW {
+struct edit_row {
     const char* before;
     void (*edit)(BOOL_FUNC& f);
     const char* after;
@@ -42,7 +42,7 @@ void add_not_c(BOOL_FUNC& f) { f.addsigtofunc(c, 5); }
 
 void substitute_a(BOOL_FUNC& f)
 {
-    FUNC other("~+(b,a)");
+    parsed_func other("~+(b,a)");
     f.substfnforsig(a, &other);
     EXPECT_EQ(shape(other), "~+(b,a)");
 }
@@ -56,7 +56,7 @@ void edit_no_signal(BOOL_FUNC& f)
         f.setsigto1(sig);
         f.subsig1forsig2(b, sig);
         f.complsiginfunc(sig);
-        f.substfnforsig(sig, std::make_unique<FUNC>("b").get());
+        f.substfnforsig(sig, std::make_unique<parsed_func>("b").get());
         f.root->rmsigfromtree(sig);
         EXPECT_FALSE(f.root->issiginsuppt(sig) || f.root->issigcompl(sig));
     }
@@ -90,7 +90,7 @@ void break_off(BOOL_FUNC& f)
     EXPECT_EQ(part ? shape(*part) + ' ' + std::to_string(part->nsuppt) : "none", parts[SIZE]);
 }
 
-const ROW rows[] = {
+const edit_row rows[] = {
     {"+(0,~+(a,b))", clean, "*(~a,~b)", 2},
     {"@(1,*(a,b))", clean, "+(~a,~b)", 2},
     {"*(aC,a)", clean, "aC", 1},
@@ -132,9 +132,9 @@ const ROW rows[] = {
 
 TEST(shapes, after_each_edit)
 {
-    for (const ROW& row : rows) {
+    for (const edit_row& row : rows) {
         SCOPED_TRACE(row.before);
-        FUNC function(row.before);
+        parsed_func function(row.before);
         row.edit(function);
         EXPECT_EQ(shape(function), row.after);
         EXPECT_EQ(function.nsuppt, row.nsuppt);
@@ -143,7 +143,7 @@ TEST(shapes, after_each_edit)
 
 TEST(shapes, parts_of_a_broken_function_may_share_a_leaf)
 {
-    FUNC function("*(a,*(b,+(-,d)))");
+    parsed_func function("*(a,*(b,+(-,d)))");
     function.root->right->right->left = function.root->right->left;
     const std::unique_ptr<BOOL_FUNC> part(function.breakfunc(2));
     EXPECT_EQ(shape(*part), "+(b,d)");

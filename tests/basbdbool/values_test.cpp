@@ -17,13 +17,13 @@ namespace {
 constexpr unsigned seed = 20;
 constexpr int trees = 3000;
 constexpr unsigned signals = 4;
-using COLUMN = std::vector<bool>;
+using truth_column = std::vector<bool>;
 
 /// Calls `check(function, random)` for random functions.
-template <typename CHECK>
-void for_random_functions(bool lone_right, CHECK check)
+template <typename check_function>
+void for_random_functions(bool lone_right, check_function check)
 {
-    SHAPES shapes;
+    tree_kind shapes;
     shapes.lone_right = lone_right;
     std::mt19937 random(seed);
     for (int i = 0; i < trees && !testing::Test::HasFatalFailure(); ++i) {
@@ -80,7 +80,7 @@ bool last_edge_flag(BOOL_TNODE* node, TECHMAP_SIG* sig)
 TEST(values, cleaning_keeps_the_value_of_a_copy_and_reduces)
 {
     for_random_functions(false, [](BOOL_FUNC& f, auto&) {
-        const COLUMN before = column(f, signals);
+        const truth_column before = column(f, signals);
         BOOL_FUNC copy(&f);
         EXPECT_EQ(shape(copy), shape(f));
         EXPECT_EQ(copy.root->usage, f.root->usage);
@@ -98,7 +98,7 @@ TEST(values, cleaning_keeps_the_value_of_a_copy_and_reduces)
 TEST(values, pushing_complements_keeps_the_value)
 {
     for_random_functions(false, [](BOOL_FUNC& f, auto&) {
-        const COLUMN before = column(f, signals);
+        const truth_column before = column(f, signals);
         const char op = f.getpurefunc();
         ASSERT_EQ(column(f, signals), before);
         const std::string text = shape(f);
@@ -123,26 +123,27 @@ TEST(values, edits_by_signal)
         const unsigned j = random() % signals;
         TECHMAP_SIG* const sig = signal(i);
         BOOL_FUNC other;
-        other.root = random_tree(random, SHAPES());
+        other.root = random_tree(random, tree_kind());
         other.rootcompl = random() % 2;
         const std::string complement{'~', static_cast<char>('a' + i)};
         const std::string renamed(1, static_cast<char>('a' + j));
         const struct {
             std::function<void()> run;
-            COLUMN values; // of what takes the signal's place
+            truth_column values; // of what takes the signal's place
         } edits[] = {
             {[&] { i < j ? f.setsigto1(sig) : f.root->setsigto1(sig); },
-             column(FUNC("1"), signals)},
+             column(parsed_func("1"), signals)},
             {[&] { i < j ? f.setsigto0(sig) : f.root->setsigto0(sig); },
-             column(FUNC("0"), signals)},
-            {[&] { f.complsiginfunc(sig); }, column(FUNC(complement.c_str()), signals)},
-            {[&] { f.subsig1forsig2(signal(j), sig); }, column(FUNC(renamed.c_str()), signals)},
+             column(parsed_func("0"), signals)},
+            {[&] { f.complsiginfunc(sig); }, column(parsed_func(complement.c_str()), signals)},
+            {[&] { f.subsig1forsig2(signal(j), sig); },
+             column(parsed_func(renamed.c_str()), signals)},
             {[&] { f.substfnforsig(sig, &other); }, column(other, signals)},
         };
-        const COLUMN before = column(f, signals);
+        const truth_column before = column(f, signals);
         const std::size_t kind = random() % std::size(edits);
         edits[kind].run();
-        const COLUMN after = column(f, signals);
+        const truth_column after = column(f, signals);
         for (unsigned at = 0; at < after.size(); ++at) {
             const unsigned source = (at & ~(1U << i)) | unsigned{edits[kind].values[at]} << i;
             EXPECT_EQ(after[at], before[source]) << kind << ": " << shape(f);
@@ -193,9 +194,9 @@ TEST(values, support_of_many_signals_counts_twenty)
     }
     function.setsigto0(signal(4));
     EXPECT_EQ(function.nsuppt, 20);
-    FUNC other("*(a,~z)");
+    parsed_func other("*(a,~z)");
     EXPECT_EQ(other.countsupptunion(&function), 20);
-    FUNC one_more("*(a,c)");
+    parsed_func one_more("*(a,c)");
     EXPECT_EQ(other.countsupptunion(&one_more), 3);
     EXPECT_EQ(other.countsupptunion(nullptr), 2);
     TECHMAP_SIG* list[20] = {signal(0)};

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <memory>
 
-using tree_oracle::FUNC;
+using tree_oracle::parsed_func;
 using tree_oracle::signal;
 
 namespace {
@@ -54,13 +54,13 @@ protected:
 
     BDD_FUNC* converted(const char* shape, unsigned short* remap = nullptr)
     {
-        FUNC tree(shape);
+        parsed_func tree(shape);
         return new BDD_FUNC(3, &tree, &manager, remap);
     }
 
     TECHMAP_SIG* signals[3] = {signal(0), signal(1), signal(2)};
     BDD_MANAGER manager{BDD_STORE_HASH, 3, signals};
-    FUNC conjunction{"*(a,b)"};
+    parsed_func conjunction{"*(a,b)"};
     BDD_FUNC f{3, &conjunction, &manager, nullptr};
     char out[256] = "#";
     std::string reported;
@@ -121,7 +121,7 @@ TEST_F(func, copies_the_support_and_adds_to_a_list)
     std::vector<unsigned short> list{1, 5, 0xFFFF, 0xFFFF, 0xFFFF};
     f.bdd->adduniqueidx(list.data());
     EXPECT_EQ(list, (std::vector<unsigned short>{0, 1, 5, 0xFFFF, 0xFFFF}));
-    FUNC choice("+(*(a,c),*(~a,b))");
+    parsed_func choice("+(*(a,c),*(~a,b))");
     EXPECT_EQ(support_of(BDD_FUNC(2, &choice, &manager, nullptr)),
               (std::vector<unsigned short>{0, 1, 0xFFFF}))
         << "the uppermost of three";
@@ -129,7 +129,8 @@ TEST_F(func, copies_the_support_and_adds_to_a_list)
 
 TEST_F(func, reports_each_misuse_once)
 {
-    FUNC shared("~?(~*(a,j),@(b,-))"); // one unknown signal on two paths, below a good subtree
+    parsed_func shared(
+        "~?(~*(a,j),@(b,-))"); // one unknown signal on two paths, below a good subtree
     shared.root->right->right = shared.root->left;
     unsigned short beyond[] = {0, 3, 2};
     expect("0", " 150", new BDD_FUNC(nullptr));
@@ -158,7 +159,7 @@ TEST_F(func, reports_each_misuse_once)
 
 TEST_F(func, takes_the_function_of_another_manager_in_nodes_of_its_own)
 {
-    FUNC tree("*(b,c)");
+    parsed_func tree("*(b,c)");
     const BDD_FUNC own(3, &tree, &manager, nullptr);
     BDD_MANAGER other(BDD_STORE_TREE, 3, signals);
     BDD_FUNC foreign(1, &tree, &other, nullptr);
@@ -188,7 +189,7 @@ TEST(conversion, solves_nothing_twice)
         std::generate_n(order, 16, [i = 0U]() mutable { return signal(i++); });
         BDD_MANAGER manager(BDD_STORE_HASH, 16, order);
         const auto& record = bdd_oracle::record_store<BDD_HASH>(manager);
-        FUNC tree(text.c_str());
+        parsed_func tree(text.c_str());
         const BDD_FUNC converted(16, &tree, &manager, nullptr);
         return static_cast<double>(record.searches);
     };
@@ -221,7 +222,7 @@ TEST(conversion_and_edits, agree_with_the_tree_evaluator)
     for (unsigned seed = 0; seed < 60; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         std::mt19937 random(seed);
-        tree_oracle::SHAPES shapes;
+        tree_oracle::tree_kind shapes;
         shapes.signals = 1 + seed % variables;
         shapes.depth = 9;
         shapes.lone_right = shapes.shared = true;

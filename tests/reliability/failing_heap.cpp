@@ -1,5 +1,6 @@
 #include "failing_heap.h"
 
+#include "ut_msgman.h"
 #include "ut_text.h"
 
 #include <malloc.h>
@@ -46,6 +47,11 @@ std::size_t failing_heap::peak_bytes() { return peak; }
 
 /// Messages are of no interest here, and to keep them would take memory.
 void ut_status(const char* text) { std::free(const_cast<char*>(text)); }
+void UT_MSGMAN::report(const char* /*text*/, const char* /*app*/, char* id, int /*line*/,
+                       const char* /*rev*/, int /*kind*/, void* /*extra*/)
+{
+    std::free(id);
+}
 
 // AddressSanitizer has every form of its own, so all that are in use are replaced.
 void* operator new(std::size_t size)

@@ -55,9 +55,12 @@ BOOL_TNODE* parse(const char*& rest)
 }
 
 /// Builds one random tree.
-class MAKER {
+class tree_maker {
 public:
-    MAKER(std::mt19937& random_bits, const SHAPES& wanted) : random(random_bits), shapes(wanted) {}
+    tree_maker(std::mt19937& random_bits, const tree_kind& wanted)
+        : random(random_bits), shapes(wanted)
+    {
+    }
 
     BOOL_TNODE* subtree(unsigned depth)
     {
@@ -99,7 +102,7 @@ private:
     unsigned below(unsigned bound) { return static_cast<unsigned>(random() % bound); }
 
     std::mt19937& random;
-    const SHAPES& shapes;
+    const tree_kind& shapes;
     std::vector<BOOL_TNODE*> made;
 };
 
@@ -162,16 +165,16 @@ std::string shape(const BOOL_FUNC& function)
 
 BOOL_TNODE* parse_shape(const char* text) { return parse(text); }
 
-FUNC::FUNC(const char* text)
+parsed_func::parsed_func(const char* text)
 {
     rootcompl = skip(text, '~') ? 1 : 0;
     root = parse_shape(text);
     nsuppt = countsuppt();
 }
 
-BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes)
+BOOL_TNODE* random_tree(std::mt19937& random, const tree_kind& shapes)
 {
-    return MAKER(random, shapes).subtree(shapes.depth);
+    return tree_maker(random, shapes).subtree(shapes.depth);
 }
 
 } // namespace tree_oracle

@@ -37,12 +37,12 @@ std::string shape(const BOOL_FUNC& function);
 BOOL_TNODE* parse_shape(const char* text);
 
 /// The function whose shape is `text`, with its support counted.
-struct FUNC : BOOL_FUNC {
-    explicit FUNC(const char* text);
+struct parsed_func : BOOL_FUNC {
+    explicit parsed_func(const char* text);
 };
 
 /// What random trees are made of besides constants and operators that lack operands.
-struct SHAPES {
+struct tree_kind {
     unsigned signals = 4;    ///< leaves stand for the signals below this number
     unsigned depth = 5;      ///< operators on a path, at most
     bool lone_right = false; ///< operators with a right operand only
@@ -51,6 +51,6 @@ struct SHAPES {
 
 /// A tree with complement flags everywhere, stale values in every `usage`, and the leaves of the
 /// first signals named by their signal's number.
-BOOL_TNODE* random_tree(std::mt19937& random, const SHAPES& shapes);
+BOOL_TNODE* random_tree(std::mt19937& random, const tree_kind& shapes);
 
 } // namespace tree_oracle
