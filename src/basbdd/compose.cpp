@@ -1,112 +1,116 @@
-#include "basbdd.h"
-#include "constants.h"
-#include "ite.h"
+#include "if_then_else.h"
+
+#include <optional>
+
+namespace basbdd {
 
 namespace {
 
 /// @brief Puts g in place of a variable, from the top of f down.
-class COMPOSE {
+class composition {
 public:
-    COMPOSE(const BDD_MANAGER& manager, unsigned short var, BDD_NODE* g)
-        : manager_(manager), var_(var), g_(g), ite_(manager)
+    composition(const BDD_MANAGER& owner, unsigned short variable, BDD_NODE* function)
+        : manager(owner), var(variable), g(function)
     {
     }
 
-    BDD_NODE* solve(BDD_NODE* f);
+    BDD_NODE* operator()(BDD_NODE* f) { return solve(*this, f); }
 
 private:
+    template <typename operation, typename problem>
+    friend BDD_NODE* basbdd::solve(operation& op, problem next);
+
     /// A node whose children are being solved.
-    struct FRAME {
+    struct frame {
         BDD_NODE* node;
         BDD_NODE* high;    ///< result of the high edge; null while that is being solved
         bool complemented; ///< the node was reached by a marked edge
+
+        bool first_is_known() const { return high != nullptr; }
+        void keep_first(BDD_NODE* result) { high = result; }
     };
-    using KEY = basbdd::node_key<BDD_NODE>;
+    static constexpr bool null_ends_all = true;
 
-    bool settle(BDD_NODE* f, BDD_NODE*& result);
-    BDD_NODE* join(const FRAME& frame, BDD_NODE* low);
+    solution settle(BDD_NODE* f);
+    static BDD_NODE* first(const frame& each) { return each.node->high; }
+    static BDD_NODE* second(const frame& each) { return each.node->low; }
+    BDD_NODE* join(const frame& each, BDD_NODE* low);
+    BDD_NODE* result_for(const frame& each, BDD_NODE* low);
 
-    const BDD_MANAGER& manager_;
-    const unsigned short var_;
-    BDD_NODE* const g_;
-    ITE ite_;
-    SMALL_STACK<FRAME> stack_;
-    basbdd::memo<KEY> memo_;
+    BDD_NODE* if_then_else_of(const ite_triple& triple)
+    {
+        if (!ite) {
+            ite.emplace(manager);
+        }
+        return (*ite)(triple);
+    }
+
+    const BDD_MANAGER& manager;
+    const unsigned short var;
+    BDD_NODE* const g;
+    std::optional<if_then_else> ite; ///< cofactors need none
+    small_stack<frame> open;
+    memo<node_key<BDD_NODE>> known;
 };
 
-/// @brief Solves an edge that needs no descent: f begins below the variable or has it at the top,
-/// or its node is known.
-/// @return whether `result` holds the result, which may be null
-bool COMPOSE::settle(BDD_NODE* f, BDD_NODE*& result)
+/// Solves an edge that begins below the variable or at it, or whose node is known; else opens a
+/// frame for it.
+solution composition::settle(BDD_NODE* f)
 {
     const unsigned short top = edge::variable(f);
-    if (top > var_ || top == no_variable) {
-        result = f;
-        return true;
+    if (top > var || top == no_variable) {
+        return {true, f};
     }
-    if (top == var_) {
-        if (edge::node(g_) == basbdd_one) { // a cofactor: most of what mappers ask for
-            result = g_ == basbdd_one ? edge::high(f) : edge::low(f);
-            return true;
+    if (top == var) {
+        if (edge::node(g) == basbdd_one) { // a cofactor: most of what mappers ask for
+            return {true, g == basbdd_one ? edge::high(f) : edge::low(f)};
         }
         // The variable does not occur below; what repeats is in the memo of the if-then-else.
-        result = ite_.solve({g_, edge::high(f), edge::low(f)});
-        return true;
+        return {true, if_then_else_of({g, edge::high(f), edge::low(f)})};
     }
-    BDD_NODE* const known = memo_.find({edge::node(f)});
-    result = edge::complement_unless_null(known, edge::is_marked(f));
-    return known != nullptr;
+    if (BDD_NODE* const result = known.find({edge::node(f)})) {
+        return {true, edge::complement_if(result, edge::is_marked(f))};
+    }
+    open.push({edge::node(f), nullptr, edge::is_marked(f)});
+    return {false, nullptr};
 }
 
 /// The result for a node whose children's results are known; null when it needs a node for a
-/// variable that the manager does not have. Where no node has the variable, every node is made
-/// again, for it may be one of another manager.
-BDD_NODE* COMPOSE::join(const FRAME& frame, BDD_NODE* low)
+/// variable that the manager does not have.
+BDD_NODE* composition::result_for(const frame& each, BDD_NODE* low)
 {
-    const unsigned short var = frame.node->varid;
-    BDD_NODE* result = nullptr;
-    if (frame.high == low) {
-        result = low;
-    } else if (frame.high == frame.node->high && low == frame.node->low && var < manager_.nvars &&
-               var_ != no_variable) {
-        result = frame.node; // nothing has changed below: no need to search for it
-    } else if (var < edge::variable(frame.high) && var < edge::variable(low)) {
-        result = ite_.make(var, frame.high, low);
-    } else if (var < manager_.nvars) {
-        BDD_NODE* const x = manager_.table->findoradd(var, basbdd_one, basbdd_zero);
-        result = ite_.solve({x, frame.high, low});
+    const unsigned short top = each.node->varid;
+    if (each.high == low) {
+        return low;
     }
+    if (top >= manager.nvars) {
+        return nullptr;
+    }
+    const bool unchanged = each.high == each.node->high && low == each.node->low;
+    if (unchanged && var != no_variable) {
+        return each.node; // no need to search for it
+    }
+    // Where no node has the variable, every node is made again: it may be one of another manager.
+    if (top < edge::variable(each.high) && top < edge::variable(low)) {
+        return make_node(manager, top, each.high, low);
+    }
+    return if_then_else_of({variable_node(manager, top), each.high, low});
+}
+
+BDD_NODE* composition::join(const frame& each, BDD_NODE* low)
+{
+    BDD_NODE* const result = result_for(each, low);
     if (result == nullptr) {
         return nullptr;
     }
-    memo_.add({frame.node}, result);
-    return edge::complement_if(result, frame.complemented);
-}
-
-BDD_NODE* COMPOSE::solve(BDD_NODE* f)
-{
-    for (;;) {
-        BDD_NODE* result = nullptr;
-        if (!settle(f, result)) {
-            stack_.push({edge::node(f), nullptr, edge::is_marked(f)});
-            f = edge::node(f)->high;
-            continue;
-        }
-        while (result != nullptr && !stack_.empty() && stack_.top().high != nullptr) {
-            result = join(stack_.top(), result);
-            stack_.pop();
-        }
-        if (result == nullptr || stack_.empty()) {
-            return result;
-        }
-        stack_.top().high = result;
-        f = stack_.top().node->low;
-    }
+    known.add({each.node}, result);
+    return edge::complement_if(result, each.complemented);
 }
 
 } // namespace
+} // namespace basbdd
 
 BDD_NODE* BDD_MANAGER::compose(BDD_NODE* f, unsigned short var, BDD_NODE* g)
 {
-    return f == nullptr ? nullptr : COMPOSE(*this, var, g).solve(f);
+    return f == nullptr ? nullptr : basbdd::composition(*this, var, g)(f);
 }

@@ -1,24 +1,24 @@
 #include "constants.h"
 
 #include "basbdd.h"
-#include "edge.h"
+#include "basbddtable/edge.h"
 #include "reports.h"
 
 BDD_NODE* basbdd_one = nullptr;
 BDD_NODE* basbdd_zero = nullptr;
 
-void ensure_constants()
+void basbdd::ensure_constants()
 {
     if (basbdd_one == nullptr || basbdd_zero == nullptr) {
         basbdd_one = new BDD_NODE(no_variable);
-        basbdd_zero = edge::complement(basbdd_one);
+        basbdd_zero = basbddtable::edge::complement(basbdd_one);
     }
 }
 
 void BDD_MANAGER::mkconstants()
 {
     if (basbdd_one != nullptr && basbdd_zero != nullptr) {
-        report(BDD_REPORT::SECOND_CONSTANTS);
+        basbdd::report(basbdd::report_site::second_constants);
     }
-    ensure_constants();
+    basbdd::ensure_constants();
 }

@@ -1,6 +1,5 @@
-#include "basbdd.h"
 #include "constants.h"
-#include "edge.h"
+#include "nodes.h"
 #include "reports.h"
 #include "support.h"
 
@@ -12,6 +11,8 @@ static_assert(sizeof(BDD_FUNC) == 32 && offsetof(BDD_FUNC, nsuppt) == 0 &&
                   offsetof(BDD_FUNC, nvars) == 2 && offsetof(BDD_FUNC, suppt) == 8 &&
                   offsetof(BDD_FUNC, mgr) == 16 && offsetof(BDD_FUNC, bdd) == 24,
               "hosts rely on the layout of a function");
+
+namespace basbdd {
 
 namespace {
 
@@ -28,8 +29,8 @@ BDD_NODE* convert(BOOL_FUNC* f, BDD_MANAGER* mgr, unsigned short* remap)
 
 /// f with `g(variable)` in place of the variable of `sig`; null when there is no such variable,
 /// as in a function without a manager.
-template <typename G>
-BDD_NODE* with_signal_replaced(const BDD_FUNC& f, TECHMAP_SIG* sig, const G& g)
+template <typename replacement>
+BDD_NODE* with_signal_replaced(const BDD_FUNC& f, TECHMAP_SIG* sig, const replacement& g)
 {
     const unsigned short var = f.mgr == nullptr ? no_variable : f.mgr->sig2varid(sig);
     return var == no_variable ? nullptr : f.mgr->compose(f.bdd, var, g(var));
@@ -43,37 +44,38 @@ BDD_NODE* rebuild(BDD_MANAGER& manager, BDD_NODE* foreign)
 }
 
 /// @brief An empty list of variables, on the stack for the cells of a library.
-class SCRATCH_LIST {
+class scratch_list {
 public:
-    explicit SCRATCH_LIST(unsigned capacity)
-        : heap_(capacity < few ? nullptr : new_support_list(capacity))
+    explicit scratch_list(unsigned capacity)
+        : on_heap(capacity < few ? nullptr : new_support_list(capacity))
     {
         *begin() = no_variable;
     }
-    unsigned short* begin() { return heap_ == nullptr ? stack_ : heap_.get(); }
+    unsigned short* begin() { return on_heap == nullptr ? on_stack : on_heap.get(); }
 
 private:
     static constexpr unsigned few = 64;
 
-    std::unique_ptr<unsigned short[]> heap_;
-    unsigned short stack_[few];
+    std::unique_ptr<unsigned short[]> on_heap;
+    unsigned short on_stack[few];
 };
 
 } // namespace
+} // namespace basbdd
 
 BDD_FUNC::BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager,
                    unsigned short* remap)
     : nsuppt(0), nvars(capacity), suppt(nullptr), mgr(manager), bdd(nullptr)
 {
-    ensure_constants();
+    basbdd::ensure_constants();
     if (f == nullptr) {
-        report(BDD_REPORT::CONVERSION_OF_NULL);
+        basbdd::report(basbdd::report_site::conversion_of_null);
     }
-    auto list = new_support_list(capacity);
+    auto list = basbdd::new_support_list(capacity);
     suppt = list.get();
-    setbdd(convert(f, mgr, remap));
+    setbdd(basbdd::convert(f, mgr, remap));
     if (f != nullptr && f->rootcompl != 0) {
-        bdd = edge::complement(bdd);
+        bdd = basbdd::edge::complement(bdd);
     }
     list.release();
 }
@@ -81,9 +83,9 @@ BDD_FUNC::BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager,
 BDD_FUNC::BDD_FUNC(BDD_FUNC* src) : nsuppt(0), nvars(0), suppt(nullptr), mgr(nullptr), bdd(nullptr)
 {
     if (src == nullptr) {
-        report(BDD_REPORT::COPY_OF_NULL);
-        ensure_constants();
-        suppt = new_support_list(nvars).release();
+        basbdd::report(basbdd::report_site::copy_of_null);
+        basbdd::ensure_constants();
+        suppt = basbdd::new_support_list(nvars).release();
         setbdd(nullptr);
         return;
     }
@@ -91,7 +93,7 @@ BDD_FUNC::BDD_FUNC(BDD_FUNC* src) : nsuppt(0), nvars(0), suppt(nullptr), mgr(nul
     nsuppt = src->nsuppt;
     mgr = src->mgr;
     bdd = src->bdd;
-    suppt = new_support_list(nvars).release();
+    suppt = basbdd::new_support_list(nvars).release();
     std::copy_n(src->suppt, nvars + 1, suppt);
 }
 
@@ -99,48 +101,48 @@ BDD_FUNC::~BDD_FUNC() { delete[] suppt; }
 
 void BDD_FUNC::setbdd(BDD_NODE* n)
 {
-    BDD_NODE* const e = edge::node(n) == nullptr ? basbdd_zero : n;
-    SCRATCH_LIST variables(nvars); // listed aside, for the walk may run out of memory
-    const unsigned count = collect_support(edge::node(e), variables.begin(), nvars);
+    BDD_NODE* const e = basbdd::edge::node(n) == nullptr ? basbdd_zero : n;
+    basbdd::scratch_list variables(nvars); // listed aside, for the walk may run out of memory
+    const unsigned count = basbdd::collect_support(basbdd::edge::node(e), variables.begin(), nvars);
     initsupport();
     std::copy_n(variables.begin(), count, suppt);
     nsuppt = static_cast<unsigned short>(count);
     bdd = e;
 }
 
-void BDD_FUNC::initsupport() { std::fill_n(suppt, nvars + 1, no_variable); }
+void BDD_FUNC::initsupport() { std::fill_n(suppt, nvars + 1, basbdd::no_variable); }
 
 int BDD_FUNC::countsuppt()
 {
-    return static_cast<int>(std::find(suppt, suppt + nvars, no_variable) - suppt);
+    return static_cast<int>(std::find(suppt, suppt + nvars, basbdd::no_variable) - suppt);
 }
 
 void BDD_FUNC::setsigto1(TECHMAP_SIG* sig)
 {
-    setbdd(with_signal_replaced(*this, sig, [](unsigned short) { return basbdd_one; }));
+    setbdd(basbdd::with_signal_replaced(*this, sig, [](unsigned short) { return basbdd_one; }));
 }
 
 void BDD_FUNC::setsigto0(TECHMAP_SIG* sig)
 {
-    setbdd(with_signal_replaced(*this, sig, [](unsigned short) { return basbdd_zero; }));
+    setbdd(basbdd::with_signal_replaced(*this, sig, [](unsigned short) { return basbdd_zero; }));
 }
 
 void BDD_FUNC::complsiginfn(TECHMAP_SIG* sig)
 {
-    setbdd(with_signal_replaced(*this, sig, [this](unsigned short var) {
-        return edge::complement(mgr->table->findoradd(var, basbdd_one, basbdd_zero));
+    setbdd(basbdd::with_signal_replaced(*this, sig, [this](unsigned short var) {
+        return basbdd::edge::complement(basbdd::variable_node(*mgr, var));
     }));
 }
 
 void BDD_FUNC::substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn)
 {
     if (fn->mgr != mgr) {
-        report(BDD_REPORT::OTHER_MANAGER);
+        basbdd::report(basbdd::report_site::other_manager);
     }
     if (fn->nvars != nvars) {
-        report(BDD_REPORT::OTHER_CAPACITY);
+        basbdd::report(basbdd::report_site::other_capacity);
     }
-    setbdd(with_signal_replaced(*this, sig, [this, fn](unsigned short) {
-        return fn->mgr == mgr ? fn->bdd : rebuild(*mgr, fn->bdd);
+    setbdd(basbdd::with_signal_replaced(*this, sig, [this, fn](unsigned short) {
+        return fn->mgr == mgr ? fn->bdd : basbdd::rebuild(*mgr, fn->bdd);
     }));
 }

@@ -9,25 +9,28 @@ static_assert(sizeof(BDD_MANAGER) == 24 && offsetof(BDD_MANAGER, nvars) == 0 &&
                   offsetof(BDD_MANAGER, varsigs) == 8 && offsetof(BDD_MANAGER, table) == 16,
               "hosts rely on the layout of a manager");
 
+namespace basbdd {
+
 namespace {
 
-struct TABLE_DELETER {
+struct table_deleter {
     void operator()(BDD_TABLE* table) const
     {
         delete table->store;
         delete table;
     }
 };
-using OWNED_TABLE = std::unique_ptr<BDD_TABLE, TABLE_DELETER>;
+using table_owner = std::unique_ptr<BDD_TABLE, table_deleter>;
 
 } // namespace
+} // namespace basbdd
 
 BDD_MANAGER::BDD_MANAGER(BDD_STORE_METHOD method, unsigned short var_count, TECHMAP_SIG** sigs)
     : nvars(var_count)
 {
     std::unique_ptr<TECHMAP_SIG*[]> owned_sigs(new TECHMAP_SIG*[var_count]);
     std::copy_n(sigs, var_count, owned_sigs.get());
-    OWNED_TABLE owned_table(new BDD_TABLE(method));
+    basbdd::table_owner owned_table(new BDD_TABLE(method));
     if (basbdd_one == nullptr) {
         mkconstants();
     }
@@ -41,12 +44,12 @@ BDD_MANAGER::BDD_MANAGER(BDD_STORE_METHOD method, unsigned short var_count, TECH
 BDD_MANAGER::~BDD_MANAGER()
 {
     delete[] varsigs;
-    TABLE_DELETER()(table);
+    basbdd::table_deleter()(table);
 }
 
 unsigned short BDD_MANAGER::sig2varid(TECHMAP_SIG* sig)
 {
     TECHMAP_SIG** const end = varsigs + nvars;
     TECHMAP_SIG** const found = std::find(varsigs, end, sig);
-    return found == end ? no_variable : static_cast<unsigned short>(found - varsigs);
+    return found == end ? basbdd::no_variable : static_cast<unsigned short>(found - varsigs);
 }

@@ -24,6 +24,9 @@ class BDD_NODE;
 
 namespace basbdd {
 
+/// What hashes multiply with: 2^64 over the golden ratio (Knuth, TAOCP 6.4).
+constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15U;
+
 /// @brief A map from subproblems to edges, exact as long as there is memory.
 ///
 /// The entries stand in the order in which they came: the first ones in the object itself, so that
@@ -200,10 +203,7 @@ struct node_key {
     const node_type* node;
 
     bool operator==(const node_key& other) const { return node == other.node; }
-    std::uint64_t hash() const
-    {
-        return reinterpret_cast<std::uintptr_t>(node) * 0x9E3779B97F4A7C15U;
-    }
+    std::uint64_t hash() const { return reinterpret_cast<std::uintptr_t>(node) * golden_ratio; }
 };
 
 } // namespace basbdd

@@ -2,13 +2,17 @@
 
 #include "report.h"
 
+namespace basbdd {
+
 namespace {
 
 char rcsrev[] = "$Revision: 1.5 $";
 
 } // namespace
 
-void report(BDD_REPORT site)
+void report(report_site site)
 {
     basbd::report_internal_error(basbd::reporting_unit::bdds, static_cast<int>(site), rcsrev);
 }
+
+} // namespace basbdd

@@ -8,49 +8,53 @@
 #include <type_traits>
 #include <utility>
 
+namespace basbdd {
+
 /// @brief A stack of small records whose first ones live in the object itself.
 ///
 /// A walk over a small cell thus allocates nothing, and one over 60,000 levels takes its frames
 /// from the heap.
-template <typename FRAME, std::size_t INLINE_FRAMES = 32>
-class SMALL_STACK {
-    static_assert(std::is_trivially_copyable_v<FRAME>);
+template <typename record, std::size_t own_count = 32>
+class small_stack {
+    static_assert(std::is_trivially_copyable_v<record>);
 
 public:
     // The first frames are left uninitialised on purpose.
-    SMALL_STACK() : base_(inline_), top_(inline_), limit_(inline_ + INLINE_FRAMES) {} // NOLINT
-    SMALL_STACK(const SMALL_STACK&) = delete;
-    SMALL_STACK& operator=(const SMALL_STACK&) = delete;
-    ~SMALL_STACK() = default;
+    small_stack() : base(own), end(own), limit(own + own_count) {} // NOLINT
+    small_stack(const small_stack&) = delete;
+    small_stack& operator=(const small_stack&) = delete;
+    ~small_stack() = default;
 
-    bool empty() const { return top_ == base_; }
-    FRAME& top() { return top_[-1]; }
-    void pop() { --top_; }
-    void clear() { top_ = base_; }
+    bool empty() const { return end == base; }
+    record& top() { return end[-1]; }
+    void pop() { --end; }
+    void clear() { end = base; }
 
-    void push(const FRAME& frame)
+    void push(const record& each)
     {
-        if (top_ == limit_) {
+        if (end == limit) {
             grow();
         }
-        *top_++ = frame;
+        *end++ = each;
     }
 
 private:
     void grow()
     {
-        const auto count = static_cast<std::size_t>(limit_ - base_);
-        std::unique_ptr<FRAME[]> larger(new FRAME[2 * count]);
-        std::copy(base_, limit_, larger.get());
-        heap_ = std::move(larger);
-        base_ = heap_.get();
-        top_ = base_ + count;
-        limit_ = base_ + 2 * count;
+        const auto count = static_cast<std::size_t>(limit - base);
+        std::unique_ptr<record[]> larger(new record[2 * count]);
+        std::copy(base, limit, larger.get());
+        on_heap = std::move(larger);
+        base = on_heap.get();
+        end = base + count;
+        limit = base + 2 * count;
     }
 
-    FRAME* base_;
-    FRAME* top_;
-    FRAME* limit_;
-    std::unique_ptr<FRAME[]> heap_;
-    FRAME inline_[INLINE_FRAMES];
+    record* base;
+    record* end;
+    record* limit;
+    std::unique_ptr<record[]> on_heap;
+    record own[own_count];
 };
+
+} // namespace basbdd

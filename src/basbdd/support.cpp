@@ -1,54 +1,55 @@
 #include "support.h"
 
-#include "basbdd.h"
 #include "constants.h"
-#include "edge.h"
 #include "memo.h"
+#include "nodes.h"
 #include "small_stack.h"
 
 #include <algorithm>
 
+namespace basbdd {
+
 namespace {
 
 /// @brief A sorted list of variables in the caller's array.
-class VARIABLE_LIST {
+class variable_list {
 public:
-    VARIABLE_LIST(unsigned short* begin, unsigned capacity)
-        : begin_(begin), end_(begin), limit_(begin + capacity)
+    variable_list(unsigned short* begin, unsigned capacity)
+        : first(begin), end(begin), limit(begin + capacity)
     {
-        while (end_ != limit_ && *end_ != no_variable) {
-            ++end_;
+        while (end != limit && *end != no_variable) {
+            ++end;
         }
     }
 
-    unsigned size() const { return static_cast<unsigned>(end_ - begin_); }
+    unsigned size() const { return static_cast<unsigned>(end - first); }
 
     void insert(unsigned short var)
     {
-        unsigned short* const place = std::lower_bound(begin_, end_, var);
-        if ((place != end_ && *place == var) || place == limit_) {
+        unsigned short* const place = std::lower_bound(first, end, var);
+        if ((place != end && *place == var) || place == limit) {
             return;
         }
-        if (end_ != limit_) {
-            ++end_;
+        if (end != limit) {
+            ++end;
         }
-        std::copy_backward(place, end_ - 1, end_);
+        std::copy_backward(place, end - 1, end);
         *place = var;
     }
 
 private:
-    unsigned short* begin_;
-    unsigned short* end_; ///< behind the last index
-    unsigned short* limit_;
+    unsigned short* first;
+    unsigned short* end; ///< behind the last index
+    unsigned short* limit;
 };
 
 } // namespace
 
 unsigned collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity)
 {
-    VARIABLE_LIST variables(list, capacity);
-    basbdd::memo<basbdd::node_key<BDD_NODE>> visited;
-    SMALL_STACK<BDD_NODE*> waiting;
+    variable_list variables(list, capacity);
+    memo<node_key<BDD_NODE>> visited;
+    small_stack<BDD_NODE*> waiting;
     waiting.push(node);
     while (!waiting.empty()) {
         BDD_NODE* const next = edge::node(waiting.top());
@@ -64,4 +65,9 @@ unsigned collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity
     return variables.size();
 }
 
-void BDD_NODE::adduniqueidx(unsigned short* list) { collect_support(this, list, no_variable); }
+} // namespace basbdd
+
+void BDD_NODE::adduniqueidx(unsigned short* list)
+{
+    basbdd::collect_support(this, list, basbdd::no_variable);
+}

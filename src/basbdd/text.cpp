@@ -1,11 +1,12 @@
-#include "basbdd.h"
-#include "edge.h"
+#include "nodes.h"
 #include "reports.h"
 #include "small_stack.h"
 
+namespace basbdd {
+
 namespace {
 
-void report_if_null(BDD_NODE* e, BDD_REPORT site)
+void report_if_null(BDD_NODE* e, report_site site)
 {
     if (edge::node(e) == nullptr) {
         report(site);
@@ -13,9 +14,9 @@ void report_if_null(BDD_NODE* e, BDD_REPORT site)
 }
 
 /// @brief Writes nested if-then-else texts.
-class TEXT_WRITER {
+class text_writer {
 public:
-    TEXT_WRITER(char* out, const char* names) : out_(out), names_(names) {}
+    text_writer(char* buffer, const char* variable_names) : out(buffer), names(variable_names) {}
 
     /// Writes `a?b:0` for the node. @return the position behind the text
     char* write_node(BDD_NODE* node);
@@ -23,97 +24,98 @@ public:
     char* write_edge(BDD_NODE* e);
 
 private:
-    enum class PART : unsigned char { high, low, end };
+    enum class part : unsigned char { high, low, end };
     /// A node whose text has been begun.
-    struct FRAME {
+    struct frame {
         BDD_NODE* node;
-        PART next;
+        part next;
         bool in_parentheses;
     };
 
     void begin(BDD_NODE* e);
     void run();
 
-    char* out_;
-    const char* names_;
-    SMALL_STACK<FRAME> open_;
+    char* out;
+    const char* names;
+    small_stack<frame> open;
 };
 
 /// Writes an edge that needs no node text, or begins that; nothing for a null edge.
-void TEXT_WRITER::begin(BDD_NODE* e)
+void text_writer::begin(BDD_NODE* e)
 {
     BDD_NODE* const node = edge::node(e);
     if (node == nullptr) {
         return;
     }
     if (node == basbdd_one) {
-        *out_++ = edge::is_marked(e) ? '0' : '1';
+        *out++ = edge::is_marked(e) ? '0' : '1';
         return;
     }
     if (edge::is_marked(e)) {
-        *out_++ = '~';
+        *out++ = '~';
     }
     if (edge::is_variable_node(*node, basbdd_one)) {
-        *out_++ = names_[node->varid];
+        *out++ = names[node->varid];
         return;
     }
-    *out_++ = '(';
-    open_.push({node, PART::high, true});
+    *out++ = '(';
+    open.push({node, part::high, true});
 }
 
-void TEXT_WRITER::run()
+void text_writer::run()
 {
-    while (!open_.empty()) {
-        FRAME& frame = open_.top();
-        BDD_NODE* const node = frame.node;
-        switch (frame.next) {
-        case PART::high:
-            frame.next = PART::low;
-            *out_++ = names_[node->varid];
-            *out_++ = '?';
-            report_if_null(node->high, BDD_REPORT::NODE_WITHOUT_HIGH);
+    while (!open.empty()) {
+        frame& begun = open.top();
+        BDD_NODE* const node = begun.node;
+        switch (begun.next) {
+        case part::high:
+            begun.next = part::low;
+            *out++ = names[node->varid];
+            *out++ = '?';
+            report_if_null(node->high, report_site::node_without_high);
             begin(node->high);
             break;
-        case PART::low:
-            frame.next = PART::end;
-            report_if_null(node->low, BDD_REPORT::NODE_WITHOUT_LOW);
-            *out_++ = ':';
+        case part::low:
+            begun.next = part::end;
+            report_if_null(node->low, report_site::node_without_low);
+            *out++ = ':';
             begin(node->low);
             break;
-        case PART::end:
-            if (frame.in_parentheses) {
-                *out_++ = ')';
+        case part::end:
+            if (begun.in_parentheses) {
+                *out++ = ')';
             }
-            open_.pop();
+            open.pop();
             break;
         }
     }
 }
 
-char* TEXT_WRITER::write_node(BDD_NODE* node)
+char* text_writer::write_node(BDD_NODE* node)
 {
-    open_.push({node, PART::high, false});
+    open.push({node, part::high, false});
     run();
-    return out_;
+    return out;
 }
 
-char* TEXT_WRITER::write_edge(BDD_NODE* e)
+char* text_writer::write_edge(BDD_NODE* e)
 {
     begin(e);
     run();
-    return out_;
+    return out;
 }
 
 } // namespace
+} // namespace basbdd
 
 char* BDD_NODE::printbddexpr(char* out, char* names)
 {
-    return TEXT_WRITER(out, names).write_node(this);
+    return basbdd::text_writer(out, names).write_node(this);
 }
 
 void BDD_FUNC::printbddexpr(char* out, char* names)
 {
     *out = '\0';
-    report_if_null(bdd, BDD_REPORT::FUNCTION_WITHOUT_BDD);
-    *TEXT_WRITER(out, names).write_edge(bdd) = '\0';
+    basbdd::report_if_null(bdd, basbdd::report_site::function_without_bdd);
+    *basbdd::text_writer(out, names).write_edge(bdd) = '\0';
 }

@@ -1,9 +1,9 @@
-#include "basbdd.h"
-#include "constants.h"
-#include "ite.h"
+#include "if_then_else.h"
 #include "reports.h"
 
 #include <unordered_map>
+
+namespace basbdd {
 
 namespace {
 
@@ -11,73 +11,106 @@ namespace {
 ///
 /// Scans the manager's signals while that is cheap. Once the call has turned out large, an index
 /// of them all costs less than further scans.
-class SIGNAL_LOOKUP {
+class signal_lookup {
 public:
-    explicit SIGNAL_LOOKUP(BDD_MANAGER& manager) : manager_(manager) {}
+    explicit signal_lookup(BDD_MANAGER& owner) : manager(owner) {}
 
     /// @return the first variable of the signal, `no_variable` when there is none
     unsigned short variable(TECHMAP_SIG* sig)
     {
         constexpr unsigned few = 64;
-        if (manager_.nvars <= few || ++lookups_ <= few) {
-            return manager_.sig2varid(sig);
+        if (manager.nvars <= few || ++lookups <= few) {
+            return manager.sig2varid(sig);
         }
-        if (index_.empty()) {
+        if (index.empty()) {
             fill_index();
         }
-        const auto found = index_.find(sig);
-        return found == index_.end() ? no_variable : found->second;
+        const auto found = index.find(sig);
+        return found == index.end() ? no_variable : found->second;
     }
 
 private:
     void fill_index()
     {
-        index_.reserve(manager_.nvars);
-        for (unsigned short var = 0; var < manager_.nvars; ++var) {
-            index_.emplace(manager_.varsigs[var], var); // the first variable of a signal stays
+        index.reserve(manager.nvars);
+        for (unsigned short var = 0; var < manager.nvars; ++var) {
+            index.emplace(manager.varsigs[var], var); // the first variable of a signal stays
         }
     }
 
-    BDD_MANAGER& manager_;
-    std::size_t lookups_ = 0;
-    std::unordered_map<TECHMAP_SIG*, unsigned short> index_;
+    BDD_MANAGER& manager;
+    std::size_t lookups = 0;
+    std::unordered_map<TECHMAP_SIG*, unsigned short> index;
 };
 
 /// @brief Converts an expression tree, left before right.
 ///
 /// A signal without a variable makes every tree above it null; all further leaves are converted
 /// all the same, so that each is reported, once for each path to it.
-class CONVERSION {
+class conversion {
 public:
-    CONVERSION(BDD_MANAGER& manager, const unsigned short* remap)
-        : manager_(manager), remap_(remap), signals_(manager), ite_(manager)
+    conversion(BDD_MANAGER& owner, const unsigned short* variables)
+        : manager(owner), remap(variables), signals(owner), ite(owner)
     {
     }
 
-    BDD_NODE* convert(BOOL_TNODE* tree);
+    BDD_NODE* operator()(BOOL_TNODE* tree) { return solve(*this, tree); }
 
 private:
+    template <typename operation, typename problem>
+    friend BDD_NODE* basbdd::solve(operation& op, problem next);
+
     /// An operator whose operands are being converted.
-    struct FRAME {
+    struct frame {
         BOOL_TNODE* tree;
         BDD_NODE* left;
         bool left_is_known;
+
+        bool first_is_known() const { return left_is_known; }
+        void keep_first(BDD_NODE* result)
+        {
+            left = edge::complement_unless_null(result, tree->lcompl != 0);
+            left_is_known = true;
+        }
     };
-    using KEY = basbdd::node_key<BOOL_TNODE>;
+    static constexpr bool null_ends_all = false;
 
-    bool settle(BOOL_TNODE* tree, BDD_NODE*& result);
+    solution settle(BOOL_TNODE* tree);
+    static BOOL_TNODE* first(const frame& each) { return each.tree->left; }
+    static BOOL_TNODE* second(const frame& each) { return each.tree->right; }
+    BDD_NODE* join(const frame& each, BDD_NODE* right);
     BDD_NODE* leaf(const BOOL_TNODE& tree);
-    BDD_NODE* join(const BOOL_TNODE& tree, BDD_NODE* left, BDD_NODE* right);
+    BDD_NODE* combine(char op, BDD_NODE* left, BDD_NODE* right);
 
-    BDD_MANAGER& manager_;
-    const unsigned short* remap_;
-    SIGNAL_LOOKUP signals_;
-    ITE ite_;
-    SMALL_STACK<FRAME> stack_;
-    basbdd::memo<KEY> memo_;
+    BDD_MANAGER& manager;
+    const unsigned short* remap;
+    signal_lookup signals;
+    if_then_else ite;
+    small_stack<frame> open;
+    memo<node_key<BOOL_TNODE>> known;
 };
 
-BDD_NODE* CONVERSION::leaf(const BOOL_TNODE& tree)
+/// Converts what needs no look at operands, or opens a frame for it. The right operand may be
+/// missing.
+solution conversion::settle(BOOL_TNODE* tree)
+{
+    if (tree == nullptr) {
+        return {true, nullptr};
+    }
+    if (basbd_is_leaf(*tree)) {
+        return {true, leaf(*tree)};
+    }
+    if (tree->left == nullptr) {
+        return {true, basbdd_zero};
+    }
+    if (BDD_NODE* const result = known.find({tree})) {
+        return {true, result};
+    }
+    open.push({tree, nullptr, false});
+    return {false, nullptr};
+}
+
+BDD_NODE* conversion::leaf(const BOOL_TNODE& tree)
 {
     if (tree.op == BOOL_OP_ONE) {
         return basbdd_one;
@@ -85,88 +118,52 @@ BDD_NODE* CONVERSION::leaf(const BOOL_TNODE& tree)
     if (tree.op == BOOL_OP_ZERO) {
         return basbdd_zero;
     }
-    unsigned short var = signals_.variable(basbd_leaf_signal(tree));
-    if (remap_ != nullptr && var < manager_.nvars) {
-        var = remap_[var];
+    unsigned short var = signals.variable(basbd_leaf_signal(tree));
+    if (remap != nullptr && var < manager.nvars) {
+        var = remap[var];
     }
-    if (var >= manager_.nvars) {
-        report(BDD_REPORT::UNKNOWN_SIGNAL);
+    if (var >= manager.nvars) {
+        report(report_site::unknown_signal);
         return nullptr;
     }
-    return manager_.table->findoradd(var, basbdd_one, basbdd_zero);
+    return variable_node(manager, var);
 }
 
-/// Whether `result` holds the edge of the tree, which may be null, without a look at operands.
-bool CONVERSION::settle(BOOL_TNODE* tree, BDD_NODE*& result)
+BDD_NODE* conversion::join(const frame& each, BDD_NODE* right)
 {
-    if (basbd_is_leaf(*tree)) {
-        result = leaf(*tree);
-        return true;
+    const BOOL_TNODE& tree = *each.tree;
+    BDD_NODE* const result =
+        tree.right == nullptr
+            ? each.left
+            : combine(tree.op, each.left, edge::complement_unless_null(right, tree.rcompl != 0));
+    if (result != nullptr) {
+        // A null result is not kept: the reports below it recur on every path.
+        known.add({each.tree}, result);
     }
-    if (tree->left == nullptr) {
-        result = basbdd_zero;
-        return true;
-    }
-    result = memo_.find({tree});
-    return result != nullptr;
+    return result;
 }
 
 /// The edge of an operator with both operands; null when one of them is.
-BDD_NODE* CONVERSION::join(const BOOL_TNODE& tree, BDD_NODE* left, BDD_NODE* right)
+BDD_NODE* conversion::combine(char op, BDD_NODE* left, BDD_NODE* right)
 {
     const bool is_null = left == nullptr || right == nullptr;
-    switch (tree.op) {
+    switch (op) {
     case BOOL_OP_AND:
-        return is_null ? nullptr : ite_.solve({left, right, basbdd_zero});
+        return is_null ? nullptr : ite({left, right, basbdd_zero});
     case BOOL_OP_XOR:
-        return is_null ? nullptr : ite_.solve({left, edge::complement(right), right});
+        return is_null ? nullptr : ite({left, edge::complement(right), right});
     case BOOL_OP_OR:
-        return is_null ? nullptr : ite_.solve({left, basbdd_one, right});
+        return is_null ? nullptr : ite({left, basbdd_one, right});
     default:
-        report(BDD_REPORT::UNKNOWN_OPERATOR);
+        report(report_site::unknown_operator);
         return nullptr;
-    }
-}
-
-BDD_NODE* CONVERSION::convert(BOOL_TNODE* tree)
-{
-    for (;;) {
-        BDD_NODE* result = nullptr;
-        if (!settle(tree, result)) {
-            stack_.push({tree, nullptr, false});
-            tree = tree->left;
-            continue;
-        }
-        while (!stack_.empty()) {
-            FRAME& frame = stack_.top();
-            if (!frame.left_is_known) {
-                result = edge::complement_unless_null(result, frame.tree->lcompl != 0);
-                if (frame.tree->right != nullptr) {
-                    break;
-                }
-            } else {
-                result = join(*frame.tree, frame.left,
-                              edge::complement_unless_null(result, frame.tree->rcompl != 0));
-            }
-            if (result != nullptr) {
-                // A null result is not kept: the reports below it recur on every path.
-                memo_.add({frame.tree}, result);
-            }
-            stack_.pop();
-        }
-        if (stack_.empty()) {
-            return result;
-        }
-        FRAME& frame = stack_.top();
-        frame.left = result;
-        frame.left_is_known = true;
-        tree = frame.tree->right;
     }
 }
 
 } // namespace
+} // namespace basbdd
 
 BDD_NODE* BOOL_TNODE::treetobdd(BDD_MANAGER* mgr, unsigned short* remap)
 {
-    return CONVERSION(*mgr, remap).convert(this);
+    return basbdd::conversion(*mgr, remap)(this);
 }

@@ -1,11 +1,12 @@
 #include "basbddtable.h"
 
-#include "edge.h"
+#include "basbddtable/edge.h"
 
 static_assert(sizeof(BDD_HASH) == sizeof(UT_HASH) && sizeof(UT_HASH) == 24 &&
                   sizeof(BDD_TREE) == sizeof(UT_BTR_TREE) && sizeof(UT_BTR_TREE) == 24,
               "the library and its host share the layout of the containers");
 
+namespace basbddtable {
 namespace {
 
 /// What the host is told; a host that fixes the number of its buckets wants a prime.
@@ -29,8 +30,12 @@ int bdd_cmp(const BDD_NODE* a, const BDD_NODE* b)
 }
 
 } // namespace
+} // namespace basbddtable
 
-BDD_HASH::BDD_HASH() : UT_HASH(bucket_hint, 1) {}
+using basbddtable::bdd_cmp;
+namespace edge = basbddtable::edge;
+
+BDD_HASH::BDD_HASH() : UT_HASH(basbddtable::bucket_hint, 1) {}
 
 BDD_HASH::~BDD_HASH()
 {

@@ -9,9 +9,10 @@
 
 #include <cstdint>
 
-namespace edge {
+namespace basbddtable::edge {
 
 constexpr std::uintptr_t mark = 1;
+static_assert(alignof(BDD_NODE) > mark, "the mark is a bit that is clear in every node's address");
 
 /// The edge as a number, mark included: what edges are ordered and hashed by.
 inline std::uintptr_t value(const BDD_NODE* e) { return reinterpret_cast<std::uintptr_t>(e); }
@@ -56,4 +57,4 @@ inline bool is_variable_node(const BDD_NODE& node, BDD_NODE* one)
     return node.high == one && node.low == complement(one);
 }
 
-} // namespace edge
+} // namespace basbddtable::edge
