@@ -36,8 +36,8 @@ BDD_NODE* with_signal_replaced(const BDD_FUNC& f, TECHMAP_SIG* sig, const replac
     return var == no_variable ? nullptr : f.mgr->compose(f.bdd, var, g(var));
 }
 
-/// The function of an edge of another manager in nodes of this one; null when this one lacks a
-/// variable that it depends on.
+/// The function of an edge with nodes of another manager in nodes of this one; null when this one
+/// lacks a variable that it depends on.
 BDD_NODE* rebuild(BDD_MANAGER& manager, BDD_NODE* foreign)
 {
     return manager.compose(foreign, no_variable, nullptr);
@@ -142,7 +142,7 @@ void BDD_FUNC::substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn)
     if (fn->nvars != nvars) {
         basbdd::report(basbdd::report_site::other_capacity);
     }
-    setbdd(basbdd::with_signal_replaced(*this, sig, [this, fn](unsigned short) {
-        return fn->mgr == mgr ? fn->bdd : basbdd::rebuild(*mgr, fn->bdd);
-    }));
+    BDD_NODE* const result =
+        basbdd::with_signal_replaced(*this, sig, [fn](unsigned short) { return fn->bdd; });
+    setbdd(fn->mgr == mgr || result == nullptr ? result : basbdd::rebuild(*mgr, result));
 }

@@ -1,5 +1,5 @@
 /// @file
-/// @brief The memo of one call: what the call has solved, so that it solves nothing twice.
+/// @brief The memo of one call: what the call has solved, so as not to solve it again.
 ///
 /// The manager keeps no results between calls: it has no computed table. Within one call each of
 /// `ifthenelse`, `compose`, `treetobdd` and `adduniqueidx` keeps a memo, which is empty at the
@@ -8,7 +8,8 @@
 /// The memo changes no result. Nodes are canonical and never freed, so solving a subproblem once
 /// more would find the same nodes in the unique table and make no new one: a hit skips only work
 /// that has no effect, and the nodes, their order of creation and the edges are the same with the
-/// memo and without it. So the memo never fails either: where it finds no memory, it forgets.
+/// memo and without it. So a call can do without a part of its memo: where there is no memory for
+/// more, the older half is forgotten.
 #pragma once
 
 #include <algorithm>
@@ -53,8 +54,8 @@ public:
     {
         const std::uint64_t hash = key.hash();
         const std::uint32_t tag = tag_of(hash);
-        for (std::size_t at = hash >> shift; slots[at] != 0; at = next(at)) {
-            const std::uint32_t number_if_equal = slots[at] ^ tag;
+        for (std::size_t at = hash >> shift; slot(at) != 0; at = next(at)) {
+            const std::uint32_t number_if_equal = slot(at) ^ tag;
             if (number_if_equal <= mask) {
                 const entry& candidate = entry_at(number_if_equal - 1);
                 if (candidate.key == key) {
@@ -69,11 +70,19 @@ public:
     void add(const problem& key, BDD_NODE* result)
     {
         if (used == limit) {
+            make_room_or_forget();
+        }
+        append(key, result);
+    }
+
+    /// @brief The same for a call that cannot do without: throws std::bad_alloc and forgets
+    /// nothing.
+    void add_for_good(const problem& key, BDD_NODE* result)
+    {
+        if (used == limit) {
             make_room();
         }
-        entry_at(used) = {key, result};
-        link(used, key);
-        ++used;
+        append(key, result);
     }
 
 private:
@@ -86,15 +95,18 @@ private:
     /// What is on the heap.
     struct extension {
         std::vector<std::unique_ptr<entry[]>> blocks;
-        std::unique_ptr<std::uint32_t[]> slots;
+        std::vector<std::unique_ptr<std::uint32_t[]>> pages; ///< of the index
     };
 
     static constexpr unsigned own_bits = 8;
-    static constexpr unsigned growth_bits = 2; ///< the next index has four times the slots
+    static constexpr unsigned large_bits =
+        16; ///< an index up to that size grows four times, then twice
+    static constexpr unsigned page_bits = 22; ///< of at most 16 MiB
     static constexpr unsigned most_bits = 32;
+    static constexpr std::size_t page_size = std::size_t{1} << page_bits;
     static constexpr std::size_t own_slot_count = std::size_t{1} << own_bits;
     static constexpr std::size_t own_entry_count = own_slot_count / 2;
-    static constexpr std::size_t block_size = 65536 / sizeof(entry);
+    static constexpr std::size_t block_size = 8192 / sizeof(entry);
     /// Stands for the index until the first entry; never written, so that a call that keeps nothing
     /// clears nothing.
     inline static std::uint32_t no_slots[2];
@@ -119,29 +131,61 @@ private:
         return const_cast<entry&>(std::as_const(*this).entry_at(number));
     }
 
+    const std::uint32_t& slot(std::size_t at) const
+    {
+        return __builtin_expect(mask < page_size, 1) != 0 ? slots[at] : slot_in_pages(at);
+    }
+    std::uint32_t& slot(std::size_t at)
+    {
+        return const_cast<std::uint32_t&>(std::as_const(*this).slot(at));
+    }
+
+    [[gnu::noinline, gnu::pure]] const std::uint32_t& slot_in_pages(std::size_t at) const
+    {
+        return more->pages[at / page_size][at % page_size];
+    }
+
+    void append(const problem& key, BDD_NODE* result)
+    {
+        entry_at(used) = {key, result};
+        link(used, key);
+        ++used;
+    }
+
     void link(std::size_t number, const problem& key)
     {
         const std::uint64_t hash = key.hash();
         std::size_t at = hash >> shift;
-        while (slots[at] != 0) {
+        while (slot(at) != 0) {
             at = next(at);
         }
-        slots[at] = tag_of(hash) | static_cast<std::uint32_t>(number + 1);
+        slot(at) = tag_of(hash) | static_cast<std::uint32_t>(number + 1);
     }
 
-    /// Makes room for another entry. Without memory for that, all others go.
-    [[gnu::noinline]] void make_room()
+    /// Makes room for another entry. The older half goes when there is no memory for that: what
+    /// open problems wait for is mostly new.
+    [[gnu::noinline]] void make_room_or_forget()
     {
         try {
-            if (used == slot_count() / 2) {
-                widen_index();
-            }
-            if (used == room()) {
-                add_block();
-            }
+            make_room();
         } catch (const std::bad_alloc&) {
-            used = 0;
+            const std::size_t forgotten = used / 2;
+            used -= forgotten;
+            for (std::size_t number = 0; number < used; ++number) {
+                entry_at(number) = entry_at(number + forgotten);
+            }
             link_all();
+            limit = std::min(room(), slot_count() / 2);
+        }
+    }
+
+    [[gnu::noinline]] void make_room()
+    {
+        if (used == slot_count() / 2) {
+            widen_index();
+        }
+        if (used == room()) {
+            extend().blocks.push_back(std::unique_ptr<entry[]>(new entry[block_size]));
         }
         limit = std::min(room(), slot_count() / 2);
     }
@@ -153,31 +197,47 @@ private:
 
     void widen_index()
     {
+        unsigned bits = own_bits;
         if (slots == no_slots) {
             slots = own_slots;
-            shift = 64 - own_bits;
         } else {
-            const unsigned bits = 64 - shift + growth_bits;
-            if (bits > most_bits) {
-                throw std::bad_alloc();
-            }
-            extend().slots.reset(new std::uint32_t[std::size_t{1} << bits]);
-            slots = more->slots.get();
-            shift = 64 - bits;
+            bits = 64 - shift < large_bits ? 66 - shift : 65 - shift;
+            add_pages(bits);
         }
-        mask = static_cast<std::uint32_t>((std::uint64_t{1} << (64 - shift)) - 1);
+        shift = 64 - bits;
+        mask = static_cast<std::uint32_t>((std::uint64_t{1} << bits) - 1);
         link_all();
+    }
+
+    /// Gives an index of that size its memory; the one there was is gone, if all goes well.
+    void add_pages(unsigned bits)
+    {
+        if (bits > most_bits) {
+            throw std::bad_alloc();
+        }
+        auto& pages = extend().pages;
+        if (bits <= page_bits) {
+            std::unique_ptr<std::uint32_t[]> page(new std::uint32_t[std::size_t{1} << bits]);
+            pages.clear();
+            pages.push_back(std::move(page));
+        } else {
+            while (pages.size() < std::size_t{1} << (bits - page_bits)) {
+                pages.push_back(std::unique_ptr<std::uint32_t[]>(new std::uint32_t[page_size]));
+            }
+        }
+        slots = pages.front().get();
     }
 
     void link_all()
     {
-        std::fill_n(slots, slot_count(), 0U);
+        std::fill_n(slots, std::min(slot_count(), page_size), 0U);
+        for (std::size_t page = 1; page < slot_count() / page_size; ++page) {
+            std::fill_n(more->pages[page].get(), page_size, 0U);
+        }
         for (std::size_t number = 0; number < used; ++number) {
             link(number, entry_at(number).key);
         }
     }
-
-    void add_block() { extend().blocks.push_back(std::unique_ptr<entry[]>(new entry[block_size])); }
 
     extension& extend()
     {

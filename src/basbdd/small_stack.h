@@ -2,58 +2,72 @@
 /// @brief The explicit stack of the walks, which takes the place of recursion.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <type_traits>
-#include <utility>
+#include <vector>
 
 namespace basbdd {
 
 /// @brief A stack of small records whose first ones live in the object itself.
 ///
 /// A walk over a small cell thus allocates nothing, and one over 60,000 levels takes its frames
-/// from the heap.
+/// from the heap, in blocks that never move.
 template <typename record, std::size_t own_count = 32>
 class small_stack {
     static_assert(std::is_trivially_copyable_v<record>);
 
 public:
-    // The first frames are left uninitialised on purpose.
+    // The first records are left uninitialised on purpose.
     small_stack() : base(own), end(own), limit(own + own_count) {} // NOLINT
     small_stack(const small_stack&) = delete;
     small_stack& operator=(const small_stack&) = delete;
     ~small_stack() = default;
 
-    bool empty() const { return end == base; }
+    bool empty() const { return end == own; }
     record& top() { return end[-1]; }
-    void pop() { --end; }
-    void clear() { end = base; }
+    void clear()
+    {
+        enter(0);
+        end = own;
+    }
 
     void push(const record& each)
     {
         if (end == limit) {
-            grow();
+            enter(blocks_in_use + 1);
+            end = base;
         }
         *end++ = each;
     }
 
-private:
-    void grow()
+    void pop()
     {
-        const auto count = static_cast<std::size_t>(limit - base);
-        std::unique_ptr<record[]> larger(new record[2 * count]);
-        std::copy(base, limit, larger.get());
-        on_heap = std::move(larger);
-        base = on_heap.get();
-        end = base + count;
-        limit = base + 2 * count;
+        if (--end == base && blocks_in_use != 0) {
+            enter(blocks_in_use - 1);
+            end = limit;
+        }
+    }
+
+private:
+    static constexpr std::size_t block_size = 8192 / sizeof(record);
+
+    /// Makes the own records, number 0, or those of a block on the heap the topmost ones.
+    [[gnu::noinline]] void enter(std::size_t number)
+    {
+        if (number > blocks.size()) {
+            blocks.push_back(std::unique_ptr<record[]>(new record[block_size]));
+        }
+        blocks_in_use = number;
+        base = number == 0 ? own : blocks[number - 1].get();
+        limit = base + (number == 0 ? own_count : block_size);
     }
 
     record* base;
     record* end;
     record* limit;
-    std::unique_ptr<record[]> on_heap;
+    std::size_t blocks_in_use = 0;
+    std::vector<std::unique_ptr<record[]>> blocks;
     record own[own_count];
 };
 

@@ -57,7 +57,7 @@ unsigned collect_support(BDD_NODE* node, unsigned short* list, unsigned capacity
         if (next == nullptr || next->varid == no_variable || visited.find({next}) != nullptr) {
             continue;
         }
-        visited.add({next}, next);
+        visited.add_for_good({next}, next);
         variables.insert(next->varid);
         waiting.push(next->low);
         waiting.push(next->high);

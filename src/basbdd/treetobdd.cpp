@@ -19,23 +19,28 @@ public:
     unsigned short variable(TECHMAP_SIG* sig)
     {
         constexpr unsigned few = 64;
-        if (manager.nvars <= few || ++lookups <= few) {
+        if (manager.nvars <= few || ++lookups <= few || !has_index()) {
             return manager.sig2varid(sig);
-        }
-        if (index.empty()) {
-            fill_index();
         }
         const auto found = index.find(sig);
         return found == index.end() ? no_variable : found->second;
     }
 
 private:
-    void fill_index()
-    {
-        index.reserve(manager.nvars);
-        for (unsigned short var = 0; var < manager.nvars; ++var) {
-            index.emplace(manager.varsigs[var], var); // the first variable of a signal stays
+    /// Makes the index, if there is memory for it.
+    bool has_index()
+    try {
+        if (index.empty()) {
+            index.reserve(manager.nvars);
+            for (unsigned short var = 0; var < manager.nvars; ++var) {
+                index.emplace(manager.varsigs[var], var); // the first variable of a signal stays
+            }
         }
+        return true;
+    } catch (const std::bad_alloc&) {
+        index.clear();
+        lookups = 0;
+        return false;
     }
 
     BDD_MANAGER& manager;

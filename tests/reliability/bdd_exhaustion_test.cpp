@@ -71,12 +71,18 @@ TEST(bdd_exhaustion, of_every_operation)
     }
 }
 
-TEST(bdd_exhaustion, of_large_blocks_makes_calls_slower_at_most)
+TEST(bdd_exhaustion, of_large_blocks_makes_operations_slower_at_most)
 {
     constexpr unsigned pairs = 17;
-    for (const std::size_t largest : {std::size_t{16} << 20U, std::size_t{48} << 10U}) {
+    constexpr std::size_t large = std::size_t{16} << 20U;
+    for (const std::size_t largest : {large, std::size_t{48} << 10U}) {
         BDDS s(BDD_STORE_TREE, pairs);
+        bdd_oracle::MANAGER deep(BDD_STORE_TREE, 6000);
         BDD_NODE* const last = s.owner->variable(variables - 1);
+        BDD_NODE* parity = basbdd_zero;
+        for (unsigned i = 6000; i-- > 0;) {
+            parity = deep.bdds.ifthenelse(deep.variable(i), negate(parity), parity);
+        }
         const long nodes_before = failing_heap::live_blocks();
         failing_heap::refuse_above(largest);
         BDD_NODE* const result = s.manager.ifthenelse(s.sum->bdd, basbdd_one, last);
@@ -84,10 +90,16 @@ TEST(bdd_exhaustion, of_large_blocks_makes_calls_slower_at_most)
         const auto nodes = static_cast<std::size_t>(failing_heap::live_blocks() - nodes_before);
         EXPECT_GT(nodes, std::size_t{2} << pairs);
         EXPECT_LT(beside, 100 * nodes);
-        s.sum->setbdd(s.manager.compose(result, variables - 2, last));
+        EXPECT_EQ(s.manager.compose(result, variables - 2, last), result);
+        BDD_NODE* const all = deep.bdds.compose(parity, 5999, basbdd_zero);
+        EXPECT_EQ(deep.bdds.ifthenelse(deep.variable(5999), negate(all), all), parity);
+        if (largest == large) {
+            s.sum->setbdd(result);
+        } else { // the walk for the support cannot do without
+            EXPECT_THROW(s.sum->setbdd(result), std::bad_alloc);
+        }
         failing_heap::disarm();
-        EXPECT_EQ(s.sum->bdd, result);
-        EXPECT_EQ(s.sum->nsuppt, variables - 1);
+        EXPECT_EQ(s.sum->nsuppt, largest == large ? variables - 1 : 2 * pairs);
     }
 }
 
