@@ -1,13 +1,16 @@
 /// @file
 /// @brief The BDD manager and BDD functions.
 ///
-/// Used from one thread at a time. Memory that runs out throws std::bad_alloc and leaves managers
-/// and functions usable. Reports go to `ut_msgman` with the identifier 4:1 and the line given.
+/// Different managers, each with its functions, may be used from different threads at once; one
+/// manager and its functions from one thread at a time. Memory that runs out throws std::bad_alloc
+/// and leaves managers and functions usable. Reports go to `ut_msgman` with the identifier 4:1 and
+/// the line given.
 ///
-/// A report may call the library, also for the manager, the tree and the function that it is about.
-/// It must not change or destroy them, for the operation goes on with them; nor, by way of
-/// `substfnforsig`, the function put in place. A container of the host may call the library for
-/// other managers than its own.
+/// A report may call the library: it may ask everything, and make functions and nodes in the
+/// manager that it is about. It must not destroy that manager, nor change or destroy the tree and
+/// the functions that the operation works with, for that goes on with them. A report that throws
+/// leaves a function as it was, and of a text its beginning without a NUL. A container of the host
+/// may call the library for other managers than its own.
 #pragma once
 
 #include "basbdapi.h"
@@ -26,12 +29,15 @@ extern BASBD_API BDD_NODE* basbdd_zero;
 /// @brief A set of BDD variables and the unique table in which all their nodes live.
 ///
 /// Variable 0 is nearest the root; the order never changes. The manager keeps every node until it
-/// is destroyed and no results of operations; what one call has solved it does not solve again.
+/// is destroyed and no results of operations; what one call has solved it does not solve again, as
+/// long as there is memory.
 /// Operands are edges of this manager or the constants; the call stack does not grow with the
 /// number of variables. The node of variable i is `table->findoradd(i, basbdd_one, basbdd_zero)`.
 ///
-/// Beside the nodes that stay, a call takes up to 72 bytes for every subproblem that it solves.
-/// Where it gets no more, it forgets some and may take longer; that alone makes no call fail.
+/// Beside the nodes that stay, a call takes some 20 kB in all, up to 72 bytes for every subproblem
+/// that it solves and 40 for every level, in blocks of at most 16 MiB. Where it gets no memory for
+/// what it has solved, it forgets the older half and may take longer. What it has got it keeps to
+/// its end, even when there is no memory left for a node.
 class BASBD_API BDD_MANAGER {
 public:
     unsigned short nvars;  ///< number of variables
@@ -132,7 +138,7 @@ public:
     /// variable.
     /// Reports 4:1, line 202 (`fn` has another manager) and line 205 (`fn` has another `nvars`),
     /// and goes on: nodes of another manager are made again in this one, by the numbers of their
-    /// variables.
+    /// variables. A result that depends on a variable which this manager lacks is the constant 0.
     /// @param sig  the signal, compared by address
     /// @param fn   not null; may be this function
     void substfnforsig(TECHMAP_SIG* sig, BDD_FUNC* fn);

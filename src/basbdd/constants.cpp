@@ -7,18 +7,21 @@
 BDD_NODE* basbdd_one = nullptr;
 BDD_NODE* basbdd_zero = nullptr;
 
-void basbdd::ensure_constants()
+bool basbdd::make_constants()
 {
-    if (basbdd_one == nullptr || basbdd_zero == nullptr) {
+    bool made = false;
+    // Of the threads that come here first, one makes them and the others wait.
+    [[maybe_unused]] static const bool there = [&made] {
         basbdd_one = new BDD_NODE(no_variable);
         basbdd_zero = basbddtable::edge::complement(basbdd_one);
-    }
+        return made = true;
+    }();
+    return made;
 }
 
 void BDD_MANAGER::mkconstants()
 {
-    if (basbdd_one != nullptr && basbdd_zero != nullptr) {
+    if (!basbdd::make_constants()) {
         basbdd::report(basbdd::report_site::second_constants);
     }
-    basbdd::ensure_constants();
 }

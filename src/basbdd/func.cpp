@@ -67,7 +67,7 @@ BDD_FUNC::BDD_FUNC(unsigned short capacity, BOOL_FUNC* f, BDD_MANAGER* manager,
                    unsigned short* remap)
     : nsuppt(0), nvars(capacity), suppt(nullptr), mgr(manager), bdd(nullptr)
 {
-    basbdd::ensure_constants();
+    basbdd::make_constants();
     if (f == nullptr) {
         basbdd::report(basbdd::report_site::conversion_of_null);
     }
@@ -84,7 +84,7 @@ BDD_FUNC::BDD_FUNC(BDD_FUNC* src) : nsuppt(0), nvars(0), suppt(nullptr), mgr(nul
 {
     if (src == nullptr) {
         basbdd::report(basbdd::report_site::copy_of_null);
-        basbdd::ensure_constants();
+        basbdd::make_constants();
         suppt = basbdd::new_support_list(nvars).release();
         setbdd(nullptr);
         return;

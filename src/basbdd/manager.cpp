@@ -31,9 +31,7 @@ BDD_MANAGER::BDD_MANAGER(BDD_STORE_METHOD method, unsigned short var_count, TECH
     std::unique_ptr<TECHMAP_SIG*[]> owned_sigs(new TECHMAP_SIG*[var_count]);
     std::copy_n(sigs, var_count, owned_sigs.get());
     basbdd::table_owner owned_table(new BDD_TABLE(method));
-    if (basbdd_one == nullptr) {
-        mkconstants();
-    }
+    basbdd::make_constants();
     for (unsigned short var = 0; var < var_count; ++var) {
         owned_table->findoradd(var, basbdd_one, basbdd_zero);
     }
