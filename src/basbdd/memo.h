@@ -133,7 +133,8 @@ private:
 
     const std::uint32_t& slot(std::size_t at) const
     {
-        return __builtin_expect(mask < page_size, 1) != 0 ? slots[at] : slot_in_pages(at);
+        return __builtin_expect(static_cast<long>(mask < page_size), 1) != 0 ? slots[at]
+                                                                             : slot_in_pages(at);
     }
     std::uint32_t& slot(std::size_t at)
     {

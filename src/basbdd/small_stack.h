@@ -50,6 +50,7 @@ public:
     }
 
 private:
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): a record may be a pointer
     static constexpr std::size_t block_size = 8192 / sizeof(record);
 
     /// Makes the own records, number 0, or those of a block on the heap the topmost ones.
