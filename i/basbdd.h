@@ -36,8 +36,8 @@ extern BASBD_API BDD_NODE* basbdd_zero;
 ///
 /// Beside the nodes that stay, a call takes some 20 kB in all, up to 72 bytes for every subproblem
 /// that it solves and 40 for every level, in blocks of at most 16 MiB. Where it gets no memory for
-/// what it has solved, it forgets the older half and may take longer. What it has got it keeps to
-/// its end, even when there is no memory left for a node.
+/// what it has solved, it forgets the older half and may take longer; where a node gets none, it
+/// gives that memory back first.
 class BASBD_API BDD_MANAGER {
 public:
     unsigned short nvars;  ///< number of variables

@@ -42,7 +42,15 @@ private:
         if (!ite) {
             ite.emplace(manager);
         }
-        return (*ite)(triple);
+        return with_memory_from([this] { known.give_back(); }, [&] { return (*ite)(triple); });
+    }
+
+    void give_back()
+    {
+        known.give_back();
+        if (ite) {
+            ite->give_back();
+        }
     }
 
     const BDD_MANAGER& manager;
@@ -92,7 +100,8 @@ BDD_NODE* composition::result_for(const frame& each, BDD_NODE* low)
     }
     // Where no node has the variable, every node is made again: it may be one of another manager.
     if (top < edge::variable(each.high) && top < edge::variable(low)) {
-        return make_node(manager, top, each.high, low);
+        return with_memory_from([this] { give_back(); },
+                                [&] { return make_node(manager, top, each.high, low); });
     }
     return if_then_else_of({variable_node(manager, top), each.high, low});
 }

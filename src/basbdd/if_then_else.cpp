@@ -89,6 +89,12 @@ inline ite_triple if_then_else::standard(const ite_triple& t) const
     return t;
 }
 
+inline BDD_NODE* if_then_else::node_of(unsigned short var, BDD_NODE* high, BDD_NODE* low)
+{
+    return with_memory_from([this] { give_back(); },
+                            [&] { return make_node(manager, var, high, low); });
+}
+
 /// Solves a problem that needs no cofactors, or opens a frame for it.
 inline solution if_then_else::settle(const ite_triple& problem)
 {
@@ -109,7 +115,7 @@ inline solution if_then_else::settle(const ite_triple& problem)
     const unsigned short of_f = variable(t.f);
     const unsigned short below = std::min(variable(t.g), variable(t.h));
     if (of_f < below && edge::is_variable_node(*t.f, one)) {
-        BDD_NODE* const result = make_node(manager, of_f, t.g, t.h);
+        BDD_NODE* const result = node_of(of_f, t.g, t.h);
         return {true, edge::complement_unless_null(result, complemented)};
     }
     if (BDD_NODE* const result = known.find(t)) {
@@ -136,7 +142,7 @@ inline BDD_NODE* if_then_else::join(const frame& each, BDD_NODE* low)
     BDD_NODE* const f = each.triple.f; // often the result itself: no need to search for it
     const bool is_f = variable(f) == each.top && f->high == each.high && f->low == low &&
                       each.top < manager.nvars;
-    BDD_NODE* const result = is_f ? f : make_node(manager, each.top, each.high, low);
+    BDD_NODE* const result = is_f ? f : node_of(each.top, each.high, low);
     if (result == nullptr) {
         return nullptr;
     }
@@ -150,6 +156,7 @@ inline BDD_NODE* if_then_else::join(const frame& each, BDD_NODE* low)
     if (f == one || f == zero) {
         return f == one ? g : h;
     }
+    open.clear(); // a call before may have ended without memory
     return f == nullptr || g == nullptr || h == nullptr ? nullptr : solve(*this, triple);
 }
 

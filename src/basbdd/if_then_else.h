@@ -42,6 +42,9 @@ public:
     /// result needs a node for a variable that the manager does not have.
     BDD_NODE* operator()(const ite_triple& triple);
 
+    /// @brief Frees memory that a call can do without.
+    void give_back() { known.give_back(); }
+
 private:
     template <typename operation, typename problem>
     friend BDD_NODE* solve(operation& op, problem next);
@@ -65,6 +68,7 @@ private:
     static ite_triple first(const frame& each);
     static ite_triple second(const frame& each);
     BDD_NODE* join(const frame& each, BDD_NODE* low);
+    BDD_NODE* node_of(unsigned short var, BDD_NODE* high, BDD_NODE* low);
 
     const BDD_MANAGER& manager;
     BDD_NODE* const one;

@@ -85,6 +85,20 @@ public:
         append(key, result);
     }
 
+    /// @brief Frees what the memo has on the heap, and forgets all but the newest.
+    void give_back()
+    {
+        if (more == nullptr) {
+            return;
+        }
+        forget(used - std::min(used, own_entry_count / 2));
+        slots = own_slots;
+        shift = 64 - own_bits;
+        mask = own_slot_count - 1;
+        more.reset();
+        link_all();
+    }
+
 private:
     struct entry {
         problem key;
@@ -170,13 +184,16 @@ private:
         try {
             make_room();
         } catch (const std::bad_alloc&) {
-            const std::size_t forgotten = used / 2;
-            used -= forgotten;
-            for (std::size_t number = 0; number < used; ++number) {
-                entry_at(number) = entry_at(number + forgotten);
-            }
+            forget(used / 2);
             link_all();
-            limit = std::min(room(), slot_count() / 2);
+        }
+    }
+
+    void forget(std::size_t count)
+    {
+        used -= count;
+        for (std::size_t number = 0; number < used; ++number) {
+            entry_at(number) = entry_at(number + count);
         }
     }
 
@@ -187,8 +204,8 @@ private:
         }
         if (used == room()) {
             extend().blocks.push_back(std::unique_ptr<entry[]>(new entry[block_size]));
+            limit = std::min(room(), slot_count() / 2);
         }
-        limit = std::min(room(), slot_count() / 2);
     }
 
     std::size_t room() const
@@ -238,6 +255,7 @@ private:
         for (std::size_t number = 0; number < used; ++number) {
             link(number, entry_at(number).key);
         }
+        limit = std::min(room(), slot_count() / 2);
     }
 
     extension& extend()

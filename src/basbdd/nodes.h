@@ -5,6 +5,8 @@
 #include "basbdd.h"
 #include "basbddtable/edge.h"
 
+#include <new>
+
 namespace basbdd {
 
 namespace edge = basbddtable::edge;
@@ -36,6 +38,19 @@ inline BDD_NODE* make_node(const BDD_MANAGER& manager, unsigned short var, BDD_N
                                                         edge::complement_if(high, complemented),
                                                         edge::complement_if(low, complemented)),
                                complemented);
+}
+
+/// @brief Does something that may need memory for nodes; where there is none, once more after
+/// memory has been given back.
+template <typename action, typename release>
+BDD_NODE* with_memory_from(const release& give_back, const action& act)
+{
+    try {
+        return act();
+    } catch (const std::bad_alloc&) {
+        give_back();
+    }
+    return act();
 }
 
 } // namespace basbdd

@@ -28,8 +28,10 @@ public:
     record& top() { return end[-1]; }
     void clear()
     {
-        enter(0);
-        end = own;
+        if (!empty()) {
+            enter(0);
+            end = own;
+        }
     }
 
     void push(const record& each)

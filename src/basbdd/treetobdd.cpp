@@ -152,13 +152,16 @@ BDD_NODE* conversion::join(const frame& each, BDD_NODE* right)
 BDD_NODE* conversion::combine(char op, BDD_NODE* left, BDD_NODE* right)
 {
     const bool is_null = left == nullptr || right == nullptr;
+    const auto solved = [&](const ite_triple& triple) {
+        return with_memory_from([this] { known.give_back(); }, [&] { return ite(triple); });
+    };
     switch (op) {
     case BOOL_OP_AND:
-        return is_null ? nullptr : ite({left, right, basbdd_zero});
+        return is_null ? nullptr : solved({left, right, basbdd_zero});
     case BOOL_OP_XOR:
-        return is_null ? nullptr : ite({left, edge::complement(right), right});
+        return is_null ? nullptr : solved({left, edge::complement(right), right});
     case BOOL_OP_OR:
-        return is_null ? nullptr : ite({left, basbdd_one, right});
+        return is_null ? nullptr : solved({left, basbdd_one, right});
     default:
         report(report_site::unknown_operator);
         return nullptr;

@@ -4,6 +4,7 @@
 #include "bdd_oracle.h"
 #include "exhaustion.h"
 
+#include <array>
 #include <memory>
 
 namespace {
@@ -71,35 +72,45 @@ TEST(bdd_exhaustion, of_every_operation)
     }
 }
 
-TEST(bdd_exhaustion, of_large_blocks_makes_operations_slower_at_most)
+/// What memos take counts for nothing: a large result and a deep one, with blocks of 16 MiB, with
+/// small ones, and with little more memory than the result's nodes take.
+TEST(bdd_exhaustion, of_memos_makes_operations_slower_at_most)
 {
     constexpr unsigned pairs = 17;
-    constexpr std::size_t large = std::size_t{16} << 20U;
-    for (const std::size_t largest : {large, std::size_t{48} << 10U}) {
+    constexpr unsigned short depth = 20000;
+    constexpr std::size_t unlimited = SIZE_MAX / 2;
+    constexpr std::pair<std::size_t, std::size_t> limits[] = {
+        {std::size_t{16} << 20U, unlimited}, {48U << 10U, unlimited}, {unlimited, 25U << 20U}};
+    for (const auto& [largest, total] : limits) {
         BDDS s(BDD_STORE_TREE, pairs);
-        bdd_oracle::MANAGER deep(BDD_STORE_TREE, 6000);
+        bdd_oracle::MANAGER deep(BDD_STORE_TREE, depth);
         BDD_NODE* const last = s.owner->variable(variables - 1);
-        BDD_NODE* parity = basbdd_zero;
-        for (unsigned i = 6000; i-- > 0;) {
-            parity = deep.bdds.ifthenelse(deep.variable(i), negate(parity), parity);
+        std::array<BDD_NODE*, 3> left{basbdd_one, basbdd_zero, basbdd_zero}; // when divided by 3
+        for (unsigned i = depth; i-- > 0;) {
+            const auto next = [&](BDD_NODE* high, BDD_NODE* low) {
+                return deep.bdds.ifthenelse(deep.variable(i), high, low);
+            };
+            left = {next(left[2], left[0]), next(left[0], left[1]), next(left[1], left[2])};
         }
-        const long nodes_before = failing_heap::live_blocks();
-        failing_heap::refuse_above(largest);
+        const long blocks_before = failing_heap::live_blocks();
+        failing_heap::refuse_above(largest, failing_heap::live_bytes() + total);
         BDD_NODE* const result = s.manager.ifthenelse(s.sum->bdd, basbdd_one, last);
         const std::size_t beside = failing_heap::peak_bytes() - failing_heap::live_bytes();
-        const auto nodes = static_cast<std::size_t>(failing_heap::live_blocks() - nodes_before);
+        const auto nodes = static_cast<std::size_t>(failing_heap::live_blocks() - blocks_before);
         EXPECT_GT(nodes, std::size_t{2} << pairs);
         EXPECT_LT(beside, 100 * nodes);
         EXPECT_EQ(s.manager.compose(result, variables - 2, last), result);
-        BDD_NODE* const all = deep.bdds.compose(parity, 5999, basbdd_zero);
-        EXPECT_EQ(deep.bdds.ifthenelse(deep.variable(5999), negate(all), all), parity);
-        if (largest == large) {
+        const auto cofactor = [&](BDD_NODE* g) { return deep.bdds.compose(left[0], depth - 1, g); };
+        EXPECT_EQ(deep.bdds.ifthenelse(deep.variable(depth - 1), cofactor(basbdd_one),
+                                       cofactor(basbdd_zero)),
+                  left[0]);
+        if (&largest == &limits->first) {
             s.sum->setbdd(result);
         } else { // the walk for the support cannot do without
             EXPECT_THROW(s.sum->setbdd(result), std::bad_alloc);
         }
         failing_heap::disarm();
-        EXPECT_EQ(s.sum->nsuppt, largest == large ? variables - 1 : 2 * pairs);
+        EXPECT_EQ(s.sum->nsuppt, &largest == &limits->first ? variables - 1 : 2 * pairs);
     }
 }
 

@@ -6,7 +6,6 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 #include <new>
 #include <utility>
@@ -18,6 +17,7 @@ static long count = 0;
 static long failed = 0;
 static long live = 0;
 static std::size_t largest = SIZE_MAX;
+static std::size_t most_in_use = SIZE_MAX;
 static std::size_t in_use = 0;
 static std::size_t peak = 0;
 
@@ -31,13 +31,14 @@ void failing_heap::arm(long first, long last)
 long failing_heap::disarm()
 {
     last_failing = 0;
-    largest = SIZE_MAX;
+    refuse_above(SIZE_MAX);
     return std::exchange(failed, 0);
 }
 
-void failing_heap::refuse_above(std::size_t bytes)
+void failing_heap::refuse_above(std::size_t bytes, std::size_t total)
 {
     largest = bytes;
+    most_in_use = total;
     peak = in_use;
 }
 
@@ -57,7 +58,8 @@ void UT_MSGMAN::report(const char* /*text*/, const char* /*app*/, char* id, int 
 void* operator new(std::size_t size)
 {
     ++count;
-    if ((first_failing <= count && count <= last_failing) || size > largest) {
+    if ((first_failing <= count && count <= last_failing) || size > largest ||
+        size > most_in_use - in_use) {
         ++failed;
         throw std::bad_alloc();
     }

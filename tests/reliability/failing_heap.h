@@ -6,14 +6,16 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace failing_heap {
 
 /// Of the allocations from now on, counted from 1, `first` to `last` fail.
 void arm(long first, long last);
 
-/// From now on, allocations of more bytes fail.
-void refuse_above(std::size_t bytes);
+/// From now on, allocations of more than `bytes` fail, and those after which more than `total` are
+/// in use.
+void refuse_above(std::size_t bytes, std::size_t total = SIZE_MAX);
 
 /// Lets allocations succeed again. @return the number that has failed since `arm`
 long disarm();
