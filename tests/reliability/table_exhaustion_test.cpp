@@ -5,9 +5,9 @@
 
 namespace {
 
-/// Longer than any small-string buffer, with text that is dropped and an input above a block.
-const std::string external_sum = "A(B + !C)*!(A + B M) + (A)B + !A !B*(0 + C !(A B)) + C(1)A";
-const std::string internal_sum = "F0=B0*(B1+~B2)@~(B0+B1*B12)+(B0)B1+~B0*~B1*(0+B2*~(B0@B1))@(1)";
+/// Longer than any small-string buffer, with text that is dropped and inputs above a block.
+const std::string external_sum = "A(B + !M)*!(A + B N) + (A)B + !A !B*(0 + C !(A B)) + C(1)A";
+const std::string internal_sum = "F0=B0*(B1+~B2)@~(B0+B12*B13)+(B0)B1+~B0*~B1*(0+B2*~(B0@B1))@(1)";
 
 struct TABLES {
     explicit TABLES(int table_width) : width(table_width)
@@ -53,8 +53,8 @@ const OPERATION<TABLES> operations[] = {
     [](TABLES& s) { s.other = s.table.get_false_factor_for_input(s.width - 1); },
     [](TABLES& s) { s.table.set_value_from_external_equation(s.width + 1, external_sum); },
     [](TABLES& s) { s.table.set_value_from_internal_equation(s.width + 1, internal_sum); },
-    [](TABLES& s) { s.table.set_value_from_external_equation(s.width - 1, external_sum); },
-    [](TABLES& s) { s.table.set_value_from_internal_equation(s.width - 1, internal_sum); },
+    [](TABLES& s) { s.table.set_value_from_external_equation(s.width, external_sum); },
+    [](TABLES& s) { s.table.set_value_from_internal_equation(s.width, internal_sum); },
     [](TABLES& s) { s.table.set_value_from_hex_string(s.width, "0xFG"); },
     [](TABLES& s) { s.text = BOOL_TRUTH_TABLE::get_next_eqn_item(external_sum, 0); },
     [](TABLES& s) { s.text = BOOL_TRUTH_TABLE::get_last_eqn_item(external_sum, 30); },
