@@ -12,9 +12,9 @@ namespace {
 
 char* message_of(const operand& refused, int width)
 {
-    switch (refused.why) {
+    switch (refused.why()) {
     case refusal::unexpected_element:
-        return neoform("Unexpected equation element '%c'", static_cast<int>(refused.payload));
+        return neoform("Unexpected equation element '%c'", static_cast<int>(refused.detail()));
     case refusal::unbalanced:
         return neoform("Unbalanced parentheses in equation");
     case refusal::no_element:
@@ -25,10 +25,10 @@ char* message_of(const operand& refused, int width)
         return neoform("Equation input 'B' without a number");
     case refusal::input_beyond_width:
         return neoform("Equation input %d in a table of width %d",
-                       static_cast<int>(refused.payload), width);
+                       static_cast<int>(refused.detail()), width);
     case refusal::letter_beyond_width:
         return neoform("Equation input '%c' in a table of width %d",
-                       'A' + static_cast<int>(refused.payload), width);
+                       'A' + static_cast<int>(refused.detail()), width);
     }
     std::abort(); // there is no other refusal
 }

@@ -10,6 +10,7 @@
 /// the place of whatever that level comes to.
 #pragma once
 
+#include "column_writer.h"
 #include "equation_program.h"
 
 #include <array>
@@ -391,7 +392,7 @@ void read_equation(BOOL_TRUTH_TABLE& table, int width, const std::string& text, 
 {
     equation_reader<Grammar> reader(text, width);
     const operand result = reader.read(begin);
-    if (result.what == operand::kind::refused) {
+    if (result.is_refused()) {
         report_refusal(result, width);
     } else {
         evaluate(reader.program(), result, width, table);

@@ -1,0 +1,76 @@
+/// @file
+/// @brief What is left of an equation when inputs are fixed.
+#pragma once
+
+#include "block_evaluator.h"
+#include "equation_program.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace basbdtt {
+
+/// @brief A program for each input that is fixed, from the highest one down, until none is left
+/// above a block.
+///
+/// A part that depends on no input above a block any more is evaluated at once and is a block from
+/// then on, so that it is not evaluated again for each block in which it is the same.
+class residual_program {
+public:
+    /// Allocates all that it ever needs: for the values before an input is fixed what they need,
+    /// for all others a fixed amount.
+    residual_program(std::size_t size, int inputs_above_block, block_evaluator& of_parts);
+
+    /// A state to return to.
+    struct mark {
+        std::size_t steps;
+        std::size_t blocks;
+    };
+    mark here() const { return {program.steps.size(), blocks.size()}; }
+    void return_to(const mark& state);
+
+    const std::vector<step>& steps() const { return program.steps; }
+
+    /// Whether a value of that many steps can be fixed.
+    bool has_room_for(std::size_t size) const
+    {
+        return program.steps.capacity() - program.steps.size() >= growth * size;
+    }
+
+    /// What a value of some steps comes to where the input above `place` blocks is `one`.
+    operand fix(const std::vector<step>& source, const step_list& value, int place, bool one);
+
+private:
+    /// @brief A value in two parts: what depends on no input above a block, and all else.
+    ///
+    /// A part that is missing is the neutral constant.
+    struct split_value {
+        operation op; ///< joins the parts
+        operand low;
+        operand high;
+    };
+
+    /// A leaf becomes at most a step, a block that takes the place of two steps or more another,
+    /// and fewer joins than leaves join them.
+    static constexpr std::size_t growth = 3;
+    static constexpr std::size_t shortest_part = 2;
+
+    static split_value split(operation op, operand value);
+    void prepare(operation op, split_value& value);
+    operand leaf_of(const step& source, int place, bool one);
+    void add(const step& source, int place, bool one, split_value& value);
+    void join(operation op, split_value& value, split_value& other);
+    void complement(split_value& value);
+    operand united(const split_value& value);
+    operand evaluated(operand value);
+    bool is_shorter(const step_list& value, std::size_t size) const;
+
+    equation_program program;
+    std::vector<block> blocks;
+    std::size_t shortest; ///< part that is worth a block
+    block_evaluator& evaluator;
+    std::array<split_value, max_values> stack;
+};
+
+} // namespace basbdtt
