@@ -41,35 +41,35 @@ inline double count_models(BDD_NODE* e, unsigned variables)
 }
 
 /// @brief A manager over signals that stand for numbers.
-class BASBD_ENGINE {
+class basbd_engine {
 public:
-    using EDGE = BDD_NODE*;
+    using edge = BDD_NODE*;
 
-    BASBD_ENGINE(BDD_STORE_METHOD method, unsigned variables)
-        : manager_(method, static_cast<unsigned short>(variables), order(variables).data())
+    basbd_engine(BDD_STORE_METHOD method, unsigned variables)
+        : manager(method, static_cast<unsigned short>(variables), order(variables).data())
     {
         for (unsigned i = 0; i < variables; ++i) {
-            variables_[i] = node(static_cast<unsigned short>(i), basbdd_one, basbdd_zero);
+            variable_nodes[i] = node(static_cast<unsigned short>(i), basbdd_one, basbdd_zero);
         }
     }
 
-    EDGE constant(bool value) { return value ? basbdd_one : basbdd_zero; }
-    EDGE variable(unsigned i) { return variables_[i]; } // kept, as other engines keep them
-    EDGE node(unsigned short var, EDGE high, EDGE low)
+    edge constant(bool value) { return value ? basbdd_one : basbdd_zero; }
+    edge variable(unsigned i) { return variable_nodes[i]; } // kept, as other engines keep them
+    edge node(unsigned short var, edge high, edge low)
     {
-        return manager_.table->findoradd(var, high, low);
+        return manager.table->findoradd(var, high, low);
     }
-    EDGE negate(EDGE f) { return ::negate(f); }
-    EDGE conjunction(EDGE f, EDGE g) { return manager_.ifthenelse(f, g, basbdd_zero); }
-    EDGE disjunction(EDGE f, EDGE g) { return manager_.ifthenelse(f, basbdd_one, g); }
-    EDGE parity(EDGE f, EDGE g) { return manager_.ifthenelse(f, negate(g), g); }
-    EDGE choice(EDGE f, EDGE g, EDGE h) { return manager_.ifthenelse(f, g, h); }
-    EDGE cofactor(EDGE f, unsigned i, bool value) { return compose(f, i, constant(value)); }
-    EDGE compose(EDGE f, unsigned i, EDGE g)
+    edge negate(edge f) { return ::negate(f); }
+    edge conjunction(edge f, edge g) { return manager.ifthenelse(f, g, basbdd_zero); }
+    edge disjunction(edge f, edge g) { return manager.ifthenelse(f, basbdd_one, g); }
+    edge parity(edge f, edge g) { return manager.ifthenelse(f, negate(g), g); }
+    edge choice(edge f, edge g, edge h) { return manager.ifthenelse(f, g, h); }
+    edge cofactor(edge f, unsigned i, bool value) { return compose(f, i, constant(value)); }
+    edge compose(edge f, unsigned i, edge g)
     {
-        return manager_.compose(f, static_cast<unsigned short>(i), g);
+        return manager.compose(f, static_cast<unsigned short>(i), g);
     }
-    double models(EDGE f) { return count_models(f, manager_.nvars); }
+    double models(edge f) { return count_models(f, manager.nvars); }
 
 private:
     static constexpr unsigned max_variables = 512;
@@ -84,6 +84,6 @@ private:
         return all;
     }
 
-    BDD_MANAGER manager_;
-    EDGE variables_[max_variables];
+    BDD_MANAGER manager;
+    edge variable_nodes[max_variables];
 };

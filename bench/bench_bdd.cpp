@@ -33,78 +33,78 @@ void check(bool holds, const char* what)
 }
 
 /// The arguments of bdd_init.
-struct SIZES {
+struct table_sizes {
     int nodes;
     int cache;
 };
-constexpr SIZES small_sizes = {1000, 100};
-constexpr SIZES medium_sizes = {100000, 10000};
+constexpr table_sizes small_sizes = {1000, 100};
+constexpr table_sizes medium_sizes = {100000, 10000};
 
 /// @brief basbd with one of its stores.
-template <int METHOD>
-struct BASBD : BASBD_ENGINE {
-    explicit BASBD(unsigned variables, SIZES /*of BuDDy's tables*/ = {})
-        : BASBD_ENGINE(BDD_STORE_METHOD(METHOD), variables)
+template <int store>
+struct basbd_with : basbd_engine {
+    explicit basbd_with(unsigned variables, table_sizes /*of BuDDy's tables*/ = {})
+        : basbd_engine(BDD_STORE_METHOD(store), variables)
     {
     }
 };
 
 /// How BuDDy is asked for AND, OR and XOR.
-enum class CALLS { ITE, APPLY };
+enum class calls { ite, apply };
 
 /// @brief BuDDy behind the same operations.
-template <CALLS USED = CALLS::ITE>
-class BUDDY {
+template <calls used = calls::ite>
+class buddy_engine {
 public:
-    using EDGE = bdd;
+    using edge = bdd;
 
-    BUDDY(unsigned variables, SIZES sizes)
+    buddy_engine(unsigned variables, table_sizes sizes)
     {
         bdd_init(sizes.nodes, sizes.cache);
         bdd_setvarnum(static_cast<int>(variables));
         bdd_gbc_hook(nullptr); // the default one prints
     }
-    BUDDY(const BUDDY&) = delete;
-    BUDDY& operator=(const BUDDY&) = delete;
-    ~BUDDY() { bdd_done(); }
+    buddy_engine(const buddy_engine&) = delete;
+    buddy_engine& operator=(const buddy_engine&) = delete;
+    ~buddy_engine() { bdd_done(); }
 
-    EDGE constant(bool value) { return value ? bdd_true() : bdd_false(); }
-    EDGE variable(unsigned i) { return bdd_ithvar(static_cast<int>(i)); }
-    EDGE negate(const EDGE& f) { return bdd_not(f); }
-    EDGE conjunction(const EDGE& f, const EDGE& g)
+    edge constant(bool value) { return value ? bdd_true() : bdd_false(); }
+    edge variable(unsigned i) { return bdd_ithvar(static_cast<int>(i)); }
+    edge negate(const edge& f) { return bdd_not(f); }
+    edge conjunction(const edge& f, const edge& g)
     {
-        return USED == CALLS::ITE ? bdd_ite(f, g, bdd_false()) : bdd_and(f, g);
+        return used == calls::ite ? bdd_ite(f, g, bdd_false()) : bdd_and(f, g);
     }
-    EDGE disjunction(const EDGE& f, const EDGE& g)
+    edge disjunction(const edge& f, const edge& g)
     {
-        return USED == CALLS::ITE ? bdd_ite(f, bdd_true(), g) : bdd_or(f, g);
+        return used == calls::ite ? bdd_ite(f, bdd_true(), g) : bdd_or(f, g);
     }
-    EDGE parity(const EDGE& f, const EDGE& g)
+    edge parity(const edge& f, const edge& g)
     {
-        return USED == CALLS::ITE ? bdd_ite(f, bdd_not(g), g) : bdd_xor(f, g);
+        return used == calls::ite ? bdd_ite(f, bdd_not(g), g) : bdd_xor(f, g);
     }
-    EDGE choice(const EDGE& f, const EDGE& g, const EDGE& h) { return bdd_ite(f, g, h); }
-    EDGE cofactor(const EDGE& f, unsigned i, bool value)
+    edge choice(const edge& f, const edge& g, const edge& h) { return bdd_ite(f, g, h); }
+    edge cofactor(const edge& f, unsigned i, bool value)
     {
         const int var = static_cast<int>(i);
         return bdd_restrict(f, value ? bdd_ithvar(var) : bdd_nithvar(var));
     }
-    EDGE compose(const EDGE& f, unsigned i, const EDGE& g)
+    edge compose(const edge& f, unsigned i, const edge& g)
     {
         return bdd_compose(f, g, static_cast<int>(i));
     }
-    double models(const EDGE& f) { return bdd_satcount(f); }
+    double models(const edge& f) { return bdd_satcount(f); }
 };
 
 // ---- what is done with a built circuit
 
-template <typename CIRCUIT>
+template <typename circuit>
 struct cofactors {
-    template <typename ENGINE>
-    static void run(ENGINE& e, const EDGES<ENGINE>& outputs)
+    template <typename engine_type>
+    static void run(engine_type& e, const edges<engine_type>& outputs)
     {
         for (const auto& output : outputs) {
-            for (unsigned i = 0; i < CIRCUIT::variables; ++i) {
+            for (unsigned i = 0; i < circuit::variables; ++i) {
                 bench::keep(e.cofactor(output, i, false));
                 bench::keep(e.cofactor(output, i, true));
             }
@@ -113,12 +113,12 @@ struct cofactors {
 };
 
 /// Puts the parity of its neighbours in place of every fourth variable.
-template <typename CIRCUIT>
+template <typename circuit>
 struct composes {
-    template <typename ENGINE>
-    static void run(ENGINE& e, const EDGES<ENGINE>& outputs)
+    template <typename engine_type>
+    static void run(engine_type& e, const edges<engine_type>& outputs)
     {
-        constexpr unsigned n = CIRCUIT::variables;
+        constexpr unsigned n = circuit::variables;
         for (const auto& output : outputs) {
             for (unsigned i = 0; i < n; i += 4) {
                 const auto g = e.parity(e.variable((i + n - 1) % n), e.variable((i + 1) % n));
@@ -130,67 +130,67 @@ struct composes {
 
 // ---- timing
 
-enum class TIMED {
-    WHOLE_LIFE, ///< making the manager, the work and the destruction
-    WORK        ///< the work alone
+enum class time_span {
+    whole_life, ///< making the manager, the work and the destruction
+    work        ///< the work alone
 };
 
 /// Seconds of `work(engine, prepare(engine))` on a fresh engine.
-template <typename ENGINE, typename PREPARE, typename WORK>
-double sample(TIMED timed, unsigned variables, PREPARE prepare, WORK work)
+template <typename engine_type, typename preparation, typename task>
+double sample(time_span timed, unsigned variables, preparation prepare, task work)
 {
     double seconds = 0;
     int runs = 0;
     for (; seconds < 2e-3; ++runs) {
         double start = bench::cpu_seconds();
         {
-            ENGINE engine(variables, medium_sizes);
+            engine_type engine(variables, medium_sizes);
             auto input = prepare(engine);
-            if (timed == TIMED::WORK) {
+            if (timed == time_span::work) {
                 start = bench::cpu_seconds();
             }
             work(engine, input);
-            if (timed == TIMED::WORK) {
+            if (timed == time_span::work) {
                 seconds += bench::cpu_seconds() - start;
             }
         }
-        if (timed == TIMED::WHOLE_LIFE) {
+        if (timed == time_span::whole_life) {
             seconds += bench::cpu_seconds() - start;
         }
     }
     return seconds / runs;
 }
 
-template <typename ENGINE>
-struct CONTENDER {
-    using TYPE = ENGINE;
+template <typename engine_type>
+struct contender {
+    using type = engine_type;
 };
 
 /// The ratios of all circuits, one for each.
-struct RATIOS {
+struct ratio_lists {
     std::vector<double> ite;          ///< hash store / BuDDy by bdd_ite
     std::vector<double> apply;        ///< hash store / BuDDy by bdd_and, bdd_or, bdd_xor
     std::vector<double> tree_by_hash; ///< tree store / hash store
 };
 
-template <typename PREPARE, typename WORK>
-void compare(TIMED timed, const std::string& name, unsigned variables, PREPARE prepare, WORK work,
-             RATIOS& ratios)
+template <typename preparation, typename task>
+void compare(time_span timed, const std::string& name, unsigned variables, preparation prepare,
+             task work, ratio_lists& ratios)
 {
     const auto seconds = [&](auto contender) {
-        return sample<typename decltype(contender)::TYPE>(timed, variables, prepare, work);
+        return sample<typename decltype(contender)::type>(timed, variables, prepare, work);
     };
-    RATIOS rounds;
+    ratio_lists rounds;
     std::vector<double> own;
     std::vector<double> buddy;
     for (int round = 0; round < 7; ++round) {
-        const double hash = seconds(CONTENDER<BASBD<BDD_STORE_HASH>>());
-        const double ite = seconds(CONTENDER<BUDDY<CALLS::ITE>>());
+        const double hash = seconds(contender<basbd_with<BDD_STORE_HASH>>());
+        const double ite = seconds(contender<buddy_engine<calls::ite>>());
         own.push_back(hash);
         buddy.push_back(ite);
         rounds.ite.push_back(hash / ite);
-        rounds.apply.push_back(hash / seconds(CONTENDER<BUDDY<CALLS::APPLY>>()));
-        rounds.tree_by_hash.push_back(seconds(CONTENDER<BASBD<BDD_STORE_TREE>>()) / hash);
+        rounds.apply.push_back(hash / seconds(contender<buddy_engine<calls::apply>>()));
+        rounds.tree_by_hash.push_back(seconds(contender<basbd_with<BDD_STORE_TREE>>()) / hash);
     }
     ratios.ite.push_back(bench::median(rounds.ite));
     ratios.apply.push_back(bench::median(rounds.apply));
@@ -201,50 +201,50 @@ void compare(TIMED timed, const std::string& name, unsigned variables, PREPARE p
     std::fflush(stdout);
 }
 
-struct SECTIONS {
-    RATIOS builds;
-    RATIOS builds_alone;
-    RATIOS cofactors;
-    RATIOS composes;
+struct section_lists {
+    ratio_lists builds;
+    ratio_lists builds_alone;
+    ratio_lists cofactors;
+    ratio_lists composes;
 };
 
-template <typename CIRCUIT, typename ENGINE>
+template <typename circuit, typename engine_type>
 std::vector<double> models()
 {
-    ENGINE engine(CIRCUIT::variables, medium_sizes);
+    engine_type engine(circuit::variables, medium_sizes);
     std::vector<double> counts;
-    for (const auto& output : CIRCUIT::build(engine)) {
+    for (const auto& output : circuit::build(engine)) {
         counts.push_back(engine.models(output));
     }
     return counts;
 }
 
-template <typename CIRCUIT>
-void measure(const std::string& name, SECTIONS& sections)
+template <typename circuit>
+void measure(const std::string& name, section_lists& sections)
 {
-    const auto counts = models<CIRCUIT, BUDDY<CALLS::ITE>>();
-    check(models<CIRCUIT, BUDDY<CALLS::APPLY>>() == counts, "unequal models");
-    check(models<CIRCUIT, BASBD<BDD_STORE_HASH>>() == counts, "unequal models");
-    check(models<CIRCUIT, BASBD<BDD_STORE_TREE>>() == counts, "unequal models");
+    const auto counts = models<circuit, buddy_engine<calls::ite>>();
+    check(models<circuit, buddy_engine<calls::apply>>() == counts, "unequal models");
+    check(models<circuit, basbd_with<BDD_STORE_HASH>>() == counts, "unequal models");
+    check(models<circuit, basbd_with<BDD_STORE_TREE>>() == counts, "unequal models");
 
-    constexpr unsigned n = CIRCUIT::variables;
+    constexpr unsigned n = circuit::variables;
     const auto nothing = [](auto&) { return 0; };
-    const auto build = [](auto& e) { return CIRCUIT::build(e); };
-    const auto build_only = [](auto& e, int) { bench::keep(CIRCUIT::build(e)); };
-    const auto take_cofactors = [](auto& e, auto& f) { cofactors<CIRCUIT>::run(e, f); };
-    const auto compose = [](auto& e, auto& f) { composes<CIRCUIT>::run(e, f); };
-    compare(TIMED::WHOLE_LIFE, name + ", build", n, nothing, build_only, sections.builds);
-    compare(TIMED::WORK, name + ", build alone", n, nothing, build_only, sections.builds_alone);
-    compare(TIMED::WORK, name + ", cofactors", n, build, take_cofactors, sections.cofactors);
-    compare(TIMED::WORK, name + ", composes", n, build, compose, sections.composes);
+    const auto build = [](auto& e) { return circuit::build(e); };
+    const auto build_only = [](auto& e, int) { bench::keep(circuit::build(e)); };
+    const auto take_cofactors = [](auto& e, auto& f) { cofactors<circuit>::run(e, f); };
+    const auto compose = [](auto& e, auto& f) { composes<circuit>::run(e, f); };
+    compare(time_span::whole_life, name + ", build", n, nothing, build_only, sections.builds);
+    compare(time_span::work, name + ", build alone", n, nothing, build_only, sections.builds_alone);
+    compare(time_span::work, name + ", cofactors", n, build, take_cofactors, sections.cofactors);
+    compare(time_span::work, name + ", composes", n, build, compose, sections.composes);
 }
 
 // ---- cells
 
 /// A random expression over a cell's inputs: operand numbers below `inputs` are variables, the
 /// others earlier steps.
-struct CELL {
-    struct STEP {
+struct cell_expression {
+    struct gate {
         unsigned operation;
         unsigned left;
         unsigned right;
@@ -252,17 +252,17 @@ struct CELL {
     };
     static constexpr unsigned max_values = 23; // of 8 inputs and 15 steps between 16 leaves
     unsigned inputs;
-    std::vector<STEP> steps;
+    std::vector<gate> steps;
 
-    template <typename ENGINE>
-    typename ENGINE::EDGE build(ENGINE& e) const
+    template <typename engine_type>
+    typename engine_type::edge build(engine_type& e) const
     {
-        typename ENGINE::EDGE values[max_values] = {};
+        typename engine_type::edge values[max_values] = {};
         for (unsigned i = 0; i < inputs; ++i) {
             values[i] = e.variable(i);
         }
         unsigned next = inputs;
-        for (const STEP& step : steps) {
+        for (const gate& step : steps) {
             const auto left = step.complemented ? e.negate(values[step.left]) : values[step.left];
             const auto right = values[step.right];
             values[next++] = step.operation == 0   ? e.conjunction(left, right)
@@ -272,8 +272,8 @@ struct CELL {
         return values[next - 1];
     }
 
-    template <typename ENGINE>
-    void build_and_take_cofactors(ENGINE& e) const
+    template <typename engine_type>
+    void build_and_take_cofactors(engine_type& e) const
     {
         const auto f = build(e);
         for (unsigned i = 0; i < inputs; ++i) {
@@ -289,12 +289,12 @@ void print_extra(const char* name, const std::vector<double>& ratios)
     std::printf("%-44s %8.2f\n", name, bench::geometric_mean(ratios));
 }
 
-std::vector<CELL> random_cells(unsigned count)
+std::vector<cell_expression> random_cells(unsigned count)
 {
     std::mt19937 random(8);
-    std::vector<CELL> cells;
+    std::vector<cell_expression> cells;
     while (cells.size() < count) {
-        CELL cell{3 + static_cast<unsigned>(random() % 6), {}};
+        cell_expression cell{3 + static_cast<unsigned>(random() % 6), {}};
         std::vector<unsigned> open; // each value is used once: the expression is a tree
         for (unsigned i = 0; i < 2 * cell.inputs; ++i) {
             open.push_back(i % cell.inputs);
@@ -313,50 +313,50 @@ std::vector<CELL> random_cells(unsigned count)
     return cells;
 }
 
-template <typename ENGINE>
-void one_manager_each(const std::vector<CELL>& cells)
+template <typename engine_type>
+void one_manager_each(const std::vector<cell_expression>& cells)
 {
-    for (const CELL& cell : cells) {
-        ENGINE engine(cell.inputs, small_sizes);
+    for (const cell_expression& cell : cells) {
+        engine_type engine(cell.inputs, small_sizes);
         cell.build_and_take_cofactors(engine);
     }
 }
 
-template <typename ENGINE>
-void one_manager_for_all(const std::vector<CELL>& cells)
+template <typename engine_type>
+void one_manager_for_all(const std::vector<cell_expression>& cells)
 {
-    ENGINE engine(8, medium_sizes);
-    for (const CELL& cell : cells) {
+    engine_type engine(8, medium_sizes);
+    for (const cell_expression& cell : cells) {
         cell.build_and_take_cofactors(engine);
     }
 }
 
 void measure_cells()
 {
-    using HASH = BASBD<BDD_STORE_HASH>;
-    using TREE = BASBD<BDD_STORE_TREE>;
-    using ITE = BUDDY<CALLS::ITE>;
-    using APPLY = BUDDY<CALLS::APPLY>;
+    using hash_engine = basbd_with<BDD_STORE_HASH>;
+    using tree_engine = basbd_with<BDD_STORE_TREE>;
+    using ite_engine = buddy_engine<calls::ite>;
+    using apply_engine = buddy_engine<calls::apply>;
     const auto cells = random_cells(4000);
-    for (const CELL& cell : cells) {
-        HASH hash(cell.inputs);
-        ITE buddy(cell.inputs, small_sizes);
+    for (const cell_expression& cell : cells) {
+        hash_engine hash(cell.inputs);
+        ite_engine buddy(cell.inputs, small_sizes);
         check(hash.models(cell.build(hash)) == buddy.models(cell.build(buddy)), "unequal cells");
     }
     const auto each = [&](auto ours, auto theirs) {
         return std::vector<double>{
-            bench::ratio([&] { one_manager_each<typename decltype(ours)::TYPE>(cells); },
-                         [&] { one_manager_each<typename decltype(theirs)::TYPE>(cells); }, 9)};
+            bench::ratio([&] { one_manager_each<typename decltype(ours)::type>(cells); },
+                         [&] { one_manager_each<typename decltype(theirs)::type>(cells); }, 9)};
     };
     const auto all = [&](auto ours, auto theirs) {
         return std::vector<double>{
-            bench::ratio([&] { one_manager_for_all<typename decltype(ours)::TYPE>(cells); },
-                         [&] { one_manager_for_all<typename decltype(theirs)::TYPE>(cells); }, 9)};
+            bench::ratio([&] { one_manager_for_all<typename decltype(ours)::type>(cells); },
+                         [&] { one_manager_for_all<typename decltype(theirs)::type>(cells); }, 9)};
     };
-    const CONTENDER<HASH> hash;
-    const CONTENDER<TREE> tree;
-    const CONTENDER<ITE> ite;
-    const CONTENDER<APPLY> apply;
+    const contender<hash_engine> hash;
+    const contender<tree_engine> tree;
+    const contender<ite_engine> ite;
+    const contender<apply_engine> apply;
     bench::print_row("cells, a manager each, hash / BuDDy", each(hash, ite), 0.25);
     bench::print_row("cells, a manager each, tree / BuDDy", each(tree, ite), 0.5);
     bench::print_row("cells, one manager, hash / BuDDy", all(hash, ite), 0.65);
@@ -366,7 +366,7 @@ void measure_cells()
 }
 
 /// Bytes of the heap for each node of a table of 100,000: record and container entry.
-template <int METHOD>
+template <int store>
 double bytes_per_node()
 {
     const auto used = [] {
@@ -375,7 +375,7 @@ double bytes_per_node()
     };
     constexpr unsigned variables = 125;
     const double before = used();
-    BASBD<METHOD> engine(variables);
+    basbd_with<store> engine(variables);
     for (unsigned short var = 0; var < 25; ++var) {
         for (unsigned i = 0; i < 40; ++i) {
             for (unsigned j = 0; j < 100; ++j) {
@@ -395,7 +395,7 @@ int main()
     std::printf("bytes per node: hash store %.1f, tree store %.1f\n",
                 bytes_per_node<BDD_STORE_HASH>(), bytes_per_node<BDD_STORE_TREE>());
     measure_cells();
-    SECTIONS sections;
+    section_lists sections;
     measure<queens<6>>("queens 6", sections);
     measure<queens<7>>("queens 7", sections);
     measure<queens<8>>("queens 8", sections);

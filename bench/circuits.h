@@ -1,36 +1,38 @@
 /// @file
 /// @brief Circuits over any BDD engine; each answers its outputs.
 ///
-/// An engine has the type EDGE and the operations constant, variable, negate, conjunction,
+/// An engine has the type edge and the operations constant, variable, negate, conjunction,
 /// disjunction, parity and choice.
 #pragma once
 
 #include <random>
 #include <vector>
 
-template <typename ENGINE>
-using EDGES = std::vector<typename ENGINE::EDGE>;
+template <typename engine_type>
+using edges = std::vector<typename engine_type::edge>;
 
 /// N queens on an N x N board, row by row.
-template <unsigned N>
+template <unsigned size>
 struct queens {
-    static constexpr unsigned variables = N * N;
-    template <typename ENGINE>
-    static EDGES<ENGINE> build(ENGINE& e)
+    static constexpr unsigned variables = size * size;
+    template <typename engine_type>
+    static edges<engine_type> build(engine_type& e)
     {
         auto all = e.constant(true);
-        for (unsigned row = 0; row < N; ++row) {
+        for (unsigned row = 0; row < size; ++row) {
             auto one_in_row = e.constant(false);
-            for (unsigned column = 0; column < N; ++column) {
-                one_in_row = e.disjunction(one_in_row, e.variable(row * N + column));
+            for (unsigned column = 0; column < size; ++column) {
+                one_in_row = e.disjunction(one_in_row, e.variable(row * size + column));
             }
             all = e.conjunction(all, one_in_row);
         }
         for (unsigned a = 0; a < variables; ++a) {
             auto alone = e.constant(true);
             for (unsigned b = 0; b < variables; ++b) {
-                const unsigned rows = a / N > b / N ? a / N - b / N : b / N - a / N;
-                const unsigned columns = a % N > b % N ? a % N - b % N : b % N - a % N;
+                const unsigned rows =
+                    a / size > b / size ? a / size - b / size : b / size - a / size;
+                const unsigned columns =
+                    a % size > b % size ? a % size - b % size : b % size - a % size;
                 if (a != b && (rows == 0 || columns == 0 || rows == columns)) {
                     alone = e.conjunction(alone, e.negate(e.variable(b)));
                 }
@@ -42,10 +44,10 @@ struct queens {
 };
 
 /// Adds `b` to `a` and answers the sum with the carry.
-template <typename ENGINE>
-EDGES<ENGINE> sum(ENGINE& e, const EDGES<ENGINE>& a, const EDGES<ENGINE>& b)
+template <typename engine_type>
+edges<engine_type> sum(engine_type& e, const edges<engine_type>& a, const edges<engine_type>& b)
 {
-    EDGES<ENGINE> result;
+    edges<engine_type> result;
     auto carry = e.constant(false);
     for (std::size_t i = 0; i < a.size(); ++i) {
         const auto half = e.parity(a[i], b[i]);
@@ -58,11 +60,11 @@ EDGES<ENGINE> sum(ENGINE& e, const EDGES<ENGINE>& a, const EDGES<ENGINE>& b)
 
 struct adder16 {
     static constexpr unsigned variables = 32;
-    template <typename ENGINE>
-    static EDGES<ENGINE> build(ENGINE& e)
+    template <typename engine_type>
+    static edges<engine_type> build(engine_type& e)
     {
-        EDGES<ENGINE> a;
-        EDGES<ENGINE> b;
+        edges<engine_type> a;
+        edges<engine_type> b;
         for (unsigned i = 0; i < 16; ++i) {
             a.push_back(e.variable(2 * i));
             b.push_back(e.variable(2 * i + 1));
@@ -73,13 +75,13 @@ struct adder16 {
 
 struct multiplier8 {
     static constexpr unsigned variables = 16;
-    template <typename ENGINE>
-    static EDGES<ENGINE> build(ENGINE& e)
+    template <typename engine_type>
+    static edges<engine_type> build(engine_type& e)
     {
-        EDGES<ENGINE> product;
-        EDGES<ENGINE> upper(8, e.constant(false));
+        edges<engine_type> product;
+        edges<engine_type> upper(8, e.constant(false));
         for (unsigned j = 0; j < 8; ++j) {
-            EDGES<ENGINE> row;
+            edges<engine_type> row;
             for (unsigned i = 0; i < 8; ++i) {
                 row.push_back(e.conjunction(e.variable(i), e.variable(8 + j)));
             }
@@ -93,10 +95,10 @@ struct multiplier8 {
 };
 
 /// result[k]: exactly k of the n variables are 1. Built from the last variable upwards.
-template <typename ENGINE>
-EDGES<ENGINE> counts(ENGINE& e, unsigned n)
+template <typename engine_type>
+edges<engine_type> counts(engine_type& e, unsigned n)
 {
-    EDGES<ENGINE> exactly(n + 1, e.constant(false));
+    edges<engine_type> exactly(n + 1, e.constant(false));
     exactly[0] = e.constant(true);
     for (unsigned i = n; i-- > 0;) {
         for (unsigned k = n - i + 1; k-- > 0;) {
@@ -108,8 +110,8 @@ EDGES<ENGINE> counts(ENGINE& e, unsigned n)
 }
 
 /// The disjunction of the functions, from the first one on.
-template <typename ENGINE>
-typename ENGINE::EDGE any_of(ENGINE& e, const EDGES<ENGINE>& functions)
+template <typename engine_type>
+typename engine_type::edge any_of(engine_type& e, const edges<engine_type>& functions)
 {
     auto any = e.constant(false);
     for (const auto& f : functions) {
@@ -120,11 +122,11 @@ typename ENGINE::EDGE any_of(ENGINE& e, const EDGES<ENGINE>& functions)
 
 struct symmetric20 {
     static constexpr unsigned variables = 20;
-    template <typename ENGINE>
-    static EDGES<ENGINE> build(ENGINE& e)
+    template <typename engine_type>
+    static edges<engine_type> build(engine_type& e)
     {
         const auto exactly = counts(e, variables);
-        EDGES<ENGINE> primes;
+        edges<engine_type> primes;
         for (const unsigned k : {2U, 3U, 5U, 7U, 11U, 13U, 17U, 19U}) {
             primes.push_back(exactly[k]);
         }
@@ -135,11 +137,11 @@ struct symmetric20 {
 /// The variable whose number is the count of ones; 0 when there is none.
 struct hidden_weighted_bit16 {
     static constexpr unsigned variables = 16;
-    template <typename ENGINE>
-    static EDGES<ENGINE> build(ENGINE& e)
+    template <typename engine_type>
+    static edges<engine_type> build(engine_type& e)
     {
         const auto exactly = counts(e, variables);
-        EDGES<ENGINE> bits;
+        edges<engine_type> bits;
         for (unsigned k = 1; k <= variables; ++k) {
             bits.push_back(e.conjunction(exactly[k], e.variable(k - 1)));
         }
@@ -150,11 +152,11 @@ struct hidden_weighted_bit16 {
 /// Sums of random terms of three literals over 30 variables.
 struct random_sums30 {
     static constexpr unsigned variables = 30;
-    template <typename ENGINE>
-    static EDGES<ENGINE> build(ENGINE& e)
+    template <typename engine_type>
+    static edges<engine_type> build(engine_type& e)
     {
         std::mt19937 random(30);
-        EDGES<ENGINE> sums;
+        edges<engine_type> sums;
         for (int s = 0; s < 4; ++s) {
             auto all = e.constant(false);
             for (int t = 0; t < 16; ++t) {

@@ -44,7 +44,7 @@ BDD_NODE* compose(BDD_MANAGER& m, BDD_NODE* f, unsigned short var, BDD_NODE* g)
     return is_marked(f) ? negate(result) : result;
 }
 
-MANAGER::MANAGER(BDD_STORE_METHOD method, unsigned variables)
+own_manager::own_manager(BDD_STORE_METHOD method, unsigned variables)
     : own(variables), signals(variables), bdds(method, static_cast<unsigned short>(variables), [&] {
           std::transform(own.begin(), own.end(), signals.begin(), [](auto& s) { return &s; });
           return signals.data();
@@ -52,7 +52,7 @@ MANAGER::MANAGER(BDD_STORE_METHOD method, unsigned variables)
 {
 }
 
-BDD_NODE* MANAGER::variable(unsigned index)
+BDD_NODE* own_manager::variable(unsigned index)
 {
     return bdds.table->findoradd(static_cast<unsigned short>(index), basbdd_one, basbdd_zero);
 }

@@ -19,17 +19,22 @@ BDD_NODE* ifthenelse(BDD_MANAGER& m, BDD_NODE* f, BDD_NODE* g, BDD_NODE* h);
 BDD_NODE* compose(BDD_MANAGER& m, BDD_NODE* f, unsigned short var, BDD_NODE* g);
 
 /// @brief A manager over signals of its own.
-struct MANAGER {
+struct own_manager {
     std::vector<TECHMAP_SIG> own;
     std::vector<TECHMAP_SIG*> signals;
     BDD_MANAGER bdds;
 
-    MANAGER(BDD_STORE_METHOD method, unsigned variables);
+    own_manager(BDD_STORE_METHOD method, unsigned variables);
     BDD_NODE* variable(unsigned index);
 };
 
 /// The value for the assignment whose bit i is the value of variable i.
 bool evaluate(BDD_NODE* e, unsigned assignment);
+/// All entries of the support list.
+inline std::vector<unsigned short> support_of(const BDD_FUNC& f)
+{
+    return {f.suppt, f.suppt + f.nvars + 1};
+}
 /// Whether every node below is reduced, with an unmarked high edge and variables ascending.
 bool is_canonical(BDD_NODE* e);
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <sys/resource.h>
 
-using bdd_oracle::MANAGER;
+using bdd_oracle::own_manager;
 
 namespace {
 
@@ -21,8 +21,8 @@ protected:
 };
 
 /// The tree x0 op (x1 op (x2 op ...)) over the manager's variables.
-struct CHAIN : BOOL_FUNC {
-    CHAIN(const MANAGER& m, BOOL_OP op)
+struct chain : BOOL_FUNC {
+    chain(const own_manager& m, BOOL_OP op)
     {
         const auto leaf = [](TECHMAP_SIG* sig) { return new BOOL_TNODE(BOOL_OP_SIG, sig); };
         root = leaf(m.signals.back());
@@ -36,12 +36,12 @@ struct CHAIN : BOOL_FUNC {
 
 INSTANTIATE_TEST_SUITE_P(each, large, testing::Values(BDD_STORE_HASH, BDD_STORE_TREE));
 
-/// Solutions of N queens.
-template <unsigned N>
+/// Solutions of size queens.
+template <unsigned size>
 double solutions(BDD_STORE_METHOD method)
 {
-    BASBD_ENGINE e(method, N * N);
-    return e.models(queens<N>::build(e).front());
+    basbd_engine e(method, size * size);
+    return e.models(queens<size>::build(e).front());
 }
 
 TEST_P(large, queens)
@@ -53,9 +53,9 @@ TEST_P(large, queens)
 
 TEST_P(large, carry_of_256_bits)
 {
-    BASBD_ENGINE e(GetParam(), 512);
-    EDGES<BASBD_ENGINE> a;
-    EDGES<BASBD_ENGINE> b;
+    basbd_engine e(GetParam(), 512);
+    edges<basbd_engine> a;
+    edges<basbd_engine> b;
     for (unsigned i = 512; i > 0; i -= 2) { // the least significant bits are the lowest variables
         a.push_back(e.variable(i - 2));
         b.push_back(e.variable(i - 1));
@@ -66,10 +66,10 @@ TEST_P(large, carry_of_256_bits)
 
 TEST_P(large, parity_of_2000_variables_in_both_directions)
 {
-    MANAGER m(GetParam(), 2001);
+    own_manager m(GetParam(), 2001);
     m.bdds.varsigs[2000] = m.signals[1000]; // which has its variable already
     m.signals.pop_back();
-    CHAIN tree(m, BOOL_OP_XOR);
+    chain tree(m, BOOL_OP_XOR);
     BDD_FUNC downwards(2000, &tree, &m.bdds, nullptr);
     EXPECT_EQ(downwards.nsuppt, 2000);
     BDD_NODE* upwards = basbdd_zero;
@@ -83,8 +83,8 @@ TEST_P(large, parity_of_2000_variables_in_both_directions)
 TEST_P(large, conjunction_of_65535_variables)
 {
     constexpr unsigned n = 65535;
-    MANAGER m(GetParam(), n);
-    CHAIN tree(m, BOOL_OP_AND);
+    own_manager m(GetParam(), n);
+    chain tree(m, BOOL_OP_AND);
     BDD_FUNC f(n, &tree, &m.bdds, nullptr);
     EXPECT_EQ(f.nsuppt, n);
     EXPECT_EQ(f.suppt[n - 1], n - 1);

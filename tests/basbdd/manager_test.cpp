@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-using bdd_oracle::MANAGER;
-using bdd_oracle::RECORD;
+using bdd_oracle::own_manager;
 using bdd_oracle::record_store;
+using bdd_oracle::store_record;
 
 namespace {
 
@@ -31,8 +31,8 @@ public:
     }
 
     /// A recent function or its complement.
-    template <typename RANDOM>
-    twins any(RANDOM& random) const
+    template <typename generator>
+    twins any(generator& random) const
     {
         const auto recent = std::min<std::size_t>(made.size(), 16);
         const twins f = made[made.size() - 1 - random() % recent];
@@ -53,10 +53,10 @@ public:
     bool have_made_the_same_nodes() const { return tested_record->nodes == defined_record->nodes; }
 
 private:
-    MANAGER tested;
-    MANAGER defined;
-    const RECORD* tested_record;
-    const RECORD* defined_record;
+    own_manager tested;
+    own_manager defined;
+    const store_record* tested_record;
+    const store_record* defined_record;
     std::vector<twins> made{{basbdd_one, basbdd_one}};
 };
 
@@ -94,17 +94,17 @@ TEST(manager, gives_the_values_and_makes_the_nodes_of_the_definitions_in_their_o
 TEST(manager, keeps_the_constants_for_good)
 {
     {
-        MANAGER first(BDD_STORE_HASH, 1);
+        own_manager first(BDD_STORE_HASH, 1);
     }
     BDD_NODE* const one = basbdd_one;
-    MANAGER second(BDD_STORE_TREE, 0);
+    own_manager second(BDD_STORE_TREE, 0);
     second.bdds.mkconstants();
     EXPECT_EQ(host_recorder::take_report_lines(), std::vector<int>{375});
     EXPECT_EQ(basbdd_one, one);
     EXPECT_EQ(basbdd_zero, negate(one));
     EXPECT_EQ(second.bdds.sig2varid(nullptr), 0xFFFF);
     EXPECT_EQ(second.bdds.compose(one, 0xFFFF, negate(one)), one);
-    MANAGER third(BDD_STORE_HASH, 5);
+    own_manager third(BDD_STORE_HASH, 5);
     third.bdds.varsigs[4] = third.signals[3];
     EXPECT_EQ(third.bdds.sig2varid(third.signals[3]), 3) << "the first of a signal's variables";
     EXPECT_EQ(third.bdds.sig2varid(third.signals[4]), 0xFFFF);
@@ -112,8 +112,8 @@ TEST(manager, keeps_the_constants_for_good)
 
 TEST(manager, has_no_nodes_for_foreign_variables)
 {
-    MANAGER small(BDD_STORE_HASH, 1);
-    MANAGER large(BDD_STORE_HASH, 3);
+    own_manager small(BDD_STORE_HASH, 1);
+    own_manager large(BDD_STORE_HASH, 3);
     BDD_NODE* const b = large.variable(1);
     BDD_NODE* const c = large.variable(2);
     BDD_NODE* const both = bdd_oracle::ifthenelse(large.bdds, b, c, basbdd_zero);

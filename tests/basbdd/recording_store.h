@@ -11,7 +11,7 @@
 
 namespace bdd_oracle {
 
-struct RECORD {
+struct store_record {
     /// The nodes in the order in which they were made, each with its children's places in that
     /// order and their marks.
     std::vector<std::array<std::size_t, 3>> nodes;
@@ -19,16 +19,16 @@ struct RECORD {
 };
 
 /// Gives a new manager, which has a store of that class, a store that keeps a record.
-template <typename STORE>
-const RECORD& record_store(BDD_MANAGER& manager)
+template <typename base_store>
+const store_record& record_store(BDD_MANAGER& manager)
 {
-    struct RECORDING_STORE final : STORE {
-        RECORD record;
+    struct recording_store final : base_store {
+        store_record record;
         std::map<BDD_NODE*, std::size_t> places{{basbdd_one, 0}};
         void* s_find(const void* key) override
         {
             ++record.searches;
-            return STORE::s_find(key);
+            return base_store::s_find(key);
         }
         void* s_add(const void* key, void* data) override
         {
@@ -39,11 +39,11 @@ const RECORD& record_store(BDD_MANAGER& manager)
             };
             record.nodes.push_back({made->varid, place(made->high), place(made->low)});
             places.emplace(made, record.nodes.size());
-            return STORE::s_add(key, data);
+            return base_store::s_add(key, data);
         }
     };
     delete manager.table->store;
-    auto* const store = new RECORDING_STORE;
+    auto* const store = new recording_store;
     manager.table->store = store;
     return store->record;
 }

@@ -13,10 +13,10 @@ namespace {
 /// The calls that the definitions below have passed on to the stand-in.
 std::ostringstream calls;
 
-template <typename... ARGS>
-void pass_on(const char* name, ARGS... args)
+template <typename... argument>
+void pass_on(const char* name, argument... args)
 {
-    reinterpret_cast<void (*)(ARGS...)>(dlsym(RTLD_NEXT, name))(args...);
+    reinterpret_cast<void (*)(argument...)>(dlsym(RTLD_NEXT, name))(args...);
 }
 
 } // namespace

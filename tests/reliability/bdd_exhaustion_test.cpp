@@ -12,9 +12,9 @@ namespace {
 constexpr unsigned short variables = 36;
 
 /// A sum of pairs in an order that makes it large, and a conjunction of all variables.
-struct BDDS {
-    BDDS(BDD_STORE_METHOD method, unsigned pairs)
-        : owner(std::make_unique<bdd_oracle::MANAGER>(method, variables)), manager(owner->bdds)
+struct bdd_subject {
+    bdd_subject(BDD_STORE_METHOD method, unsigned pairs)
+        : owner(std::make_unique<bdd_oracle::own_manager>(method, variables)), manager(owner->bdds)
     {
         for (TECHMAP_SIG* const each : owner->signals) {
             tree.addsigtofunc(each, 0);
@@ -43,7 +43,7 @@ struct BDDS {
         return all;
     }
 
-    std::unique_ptr<bdd_oracle::MANAGER> owner;
+    std::unique_ptr<bdd_oracle::own_manager> owner;
     BDD_MANAGER& manager;
     BOOL_FUNC tree{BOOL_FUNC_AND, nullptr, BOOL_VAR_A};
     std::unique_ptr<BDD_FUNC> sum;
@@ -51,18 +51,26 @@ struct BDDS {
     std::unique_ptr<BDD_FUNC> made;
 };
 
-const OPERATION<BDDS> operations[] = {
-    [](BDDS& /*s*/) { bdd_oracle::MANAGER(BDD_STORE_HASH, variables); },
-    [](BDDS& /*s*/) { bdd_oracle::MANAGER(BDD_STORE_TREE, variables); },
-    [](BDDS& s) { s.sum = nullptr, s.product = nullptr, s.made = nullptr, s.owner = nullptr; },
-    [](BDDS& s) { s.made->setbdd(s.manager.table->findoradd(0, basbdd_one, s.product->bdd)); },
-    [](BDDS& s) { s.made->setbdd(s.manager.ifthenelse(s.sum->bdd, basbdd_zero, s.product->bdd)); },
-    [](BDDS& s) { s.made = std::make_unique<BDD_FUNC>(variables, &s.tree, &s.manager, nullptr); },
-    [](BDDS& s) { s.made = std::make_unique<BDD_FUNC>(s.product.get()); },
-    [](BDDS& s) { s.sum->setsigto1(s.owner->signals.at(3)); },
-    [](BDDS& s) { s.product->setsigto0(s.owner->signals.at(3)); },
-    [](BDDS& s) { s.sum->complsiginfn(s.owner->signals.at(2)); },
-    [](BDDS& s) { s.sum->substfnforsig(s.owner->signals.at(1), s.product.get()); },
+const OPERATION<bdd_subject> operations[] = {
+    [](bdd_subject& /*s*/) { bdd_oracle::own_manager(BDD_STORE_HASH, variables); },
+    [](bdd_subject& /*s*/) { bdd_oracle::own_manager(BDD_STORE_TREE, variables); },
+    [](bdd_subject& s) {
+        s.sum = nullptr, s.product = nullptr, s.made = nullptr, s.owner = nullptr;
+    },
+    [](bdd_subject& s) {
+        s.made->setbdd(s.manager.table->findoradd(0, basbdd_one, s.product->bdd));
+    },
+    [](bdd_subject& s) {
+        s.made->setbdd(s.manager.ifthenelse(s.sum->bdd, basbdd_zero, s.product->bdd));
+    },
+    [](bdd_subject& s) {
+        s.made = std::make_unique<BDD_FUNC>(variables, &s.tree, &s.manager, nullptr);
+    },
+    [](bdd_subject& s) { s.made = std::make_unique<BDD_FUNC>(s.product.get()); },
+    [](bdd_subject& s) { s.sum->setsigto1(s.owner->signals.at(3)); },
+    [](bdd_subject& s) { s.product->setsigto0(s.owner->signals.at(3)); },
+    [](bdd_subject& s) { s.sum->complsiginfn(s.owner->signals.at(2)); },
+    [](bdd_subject& s) { s.sum->substfnforsig(s.owner->signals.at(1), s.product.get()); },
 };
 
 TEST(bdd_exhaustion, of_every_operation)
@@ -82,8 +90,8 @@ TEST(bdd_exhaustion, of_memos_makes_operations_slower_at_most)
     constexpr std::pair<std::size_t, std::size_t> limits[] = {
         {std::size_t{16} << 20U, unlimited}, {48U << 10U, unlimited}, {unlimited, 25U << 20U}};
     for (const auto& [largest, total] : limits) {
-        BDDS s(BDD_STORE_TREE, pairs);
-        bdd_oracle::MANAGER deep(BDD_STORE_TREE, depth);
+        bdd_subject s(BDD_STORE_TREE, pairs);
+        bdd_oracle::own_manager deep(BDD_STORE_TREE, depth);
         BDD_NODE* const last = s.owner->variable(variables - 1);
         std::array<BDD_NODE*, 3> left{basbdd_one, basbdd_zero, basbdd_zero}; // when divided by 3
         for (unsigned i = depth; i-- > 0;) {
