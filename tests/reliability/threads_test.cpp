@@ -1,16 +1,18 @@
-// Different truth tables on different threads at once; of use under ThreadSanitizer above all.
+// Objects of one's own on different threads at once; of use under ThreadSanitizer above all.
 
 #include "basbdtt.h"
+#include "bdd_oracle.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 #include <thread>
 
 namespace {
 
 /// Everything that a table can do, on tables of one's own.
-void work(int thread)
+void use_tables(int thread)
 {
     for (int round = 0; round < 50; ++round) {
         const int width = 4 + (round + thread) % 7;
@@ -28,7 +30,33 @@ void work(int thread)
     }
 }
 
-TEST(threads, work_on_tables_of_their_own)
+/// What functions of a manager of one's own become. @return their texts
+std::string texts_of_bdds(int thread)
+{
+    std::string texts;
+    for (unsigned round = 0; round < 20; ++round) {
+        bdd_oracle::own_manager m(BDD_STORE_METHOD(round % 2), 12);
+        BOOL_FUNC none;
+        BDD_FUNC f(12, &none, &m.bdds, nullptr);
+        for (unsigned i = 0; i < 12; ++i) {
+            BDD_NODE* const x = m.variable((5 * i + static_cast<unsigned>(thread)) % 12);
+            f.setbdd(i % 3 == 0 ? m.bdds.ifthenelse(x, negate(f.bdd), f.bdd)
+                                : m.bdds.ifthenelse(x, basbdd_one, negate(f.bdd)));
+        }
+        BDD_FUNC copy(&f);
+        copy.complsiginfn(m.signals[3]);
+        copy.setsigto1(m.signals[5]);
+        f.substfnforsig(m.signals[4], &copy);
+        std::string text(1U << 16U, ' ');
+        char names[] = "abcdefghijkl";
+        f.printbddexpr(text.data(), names);
+        texts += text.c_str();
+    }
+    return texts;
+}
+
+template <typename task>
+void on_four_threads(task work)
 {
     std::array<std::thread, 4> threads;
     for (int thread = 0; thread < 4; ++thread) {
@@ -38,5 +66,17 @@ TEST(threads, work_on_tables_of_their_own)
         each.join();
     }
 }
+
+TEST(threads, work_on_bdds_of_their_own)
+{
+    std::array<std::string, 4> texts; // of the first managers in the process
+    on_four_threads(
+        [&](int thread) { texts.at(static_cast<std::size_t>(thread)) = texts_of_bdds(thread); });
+    for (int thread = 0; thread < 4; ++thread) {
+        EXPECT_EQ(texts.at(static_cast<std::size_t>(thread)), texts_of_bdds(thread));
+    }
+}
+
+TEST(threads, work_on_tables_of_their_own) { on_four_threads(use_tables); }
 
 } // namespace
