@@ -69,6 +69,7 @@ public:
     {
         return manager.compose(f, static_cast<unsigned short>(i), g);
     }
+    const BDD_TABLE& table() const { return *manager.table; }
     double models(edge f) { return count_models(f, manager.nvars); }
 
 private:

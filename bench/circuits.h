@@ -73,17 +73,18 @@ struct adder16 {
     }
 };
 
-struct multiplier8 {
-    static constexpr unsigned variables = 16;
+template <unsigned size>
+struct multiplier {
+    static constexpr unsigned variables = 2 * size;
     template <typename engine_type>
     static edges<engine_type> build(engine_type& e)
     {
         edges<engine_type> product;
-        edges<engine_type> upper(8, e.constant(false));
-        for (unsigned j = 0; j < 8; ++j) {
+        edges<engine_type> upper(size, e.constant(false));
+        for (unsigned j = 0; j < size; ++j) {
             edges<engine_type> row;
-            for (unsigned i = 0; i < 8; ++i) {
-                row.push_back(e.conjunction(e.variable(i), e.variable(8 + j)));
+            for (unsigned i = 0; i < size; ++i) {
+                row.push_back(e.conjunction(e.variable(i), e.variable(size + j)));
             }
             upper = sum(e, upper, row);
             product.push_back(upper.front());
