@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <sys/resource.h>
 
 using bdd_oracle::own_manager;
@@ -49,19 +48,6 @@ TEST_P(large, queens)
     EXPECT_EQ(solutions<6>(GetParam()), 4);
     EXPECT_EQ(solutions<7>(GetParam()), 40);
     EXPECT_EQ(solutions<8>(GetParam()), 92);
-}
-
-TEST_P(large, carry_of_256_bits)
-{
-    basbd_engine e(GetParam(), 512);
-    edges<basbd_engine> a;
-    edges<basbd_engine> b;
-    for (unsigned i = 512; i > 0; i -= 2) { // the least significant bits are the lowest variables
-        a.push_back(e.variable(i - 2));
-        b.push_back(e.variable(i - 1));
-    }
-    // Of all pairs of numbers, half but for the share of those whose sum has only ones.
-    EXPECT_EQ(std::ldexp(e.models(sum(e, a, b).back()), -512), 0.5 - std::ldexp(1.0, -257));
 }
 
 TEST_P(large, parity_of_2000_variables_in_both_directions)
