@@ -1,9 +1,9 @@
 /// @file
 /// @brief The joins of blocks, and the steps that call for them.
-#include "block_evaluator.h"
+#include "basbdtt/reading/block_evaluator.h"
 
-#include "column_words.h"
-#include "function_clones.h"
+#include "basbdtt/column/function_clones.h"
+#include "basbdtt/column/word_groups.h"
 
 #include <algorithm>
 #include <cstring>

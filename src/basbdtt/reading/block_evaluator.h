@@ -2,7 +2,7 @@
 /// @brief Runs the steps of a value for one block of the column at a time.
 #pragma once
 
-#include "equation_program.h"
+#include "basbdtt/reading/equation_program.h"
 
 #include <array>
 #include <cstddef>

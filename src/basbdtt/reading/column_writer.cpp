@@ -1,9 +1,9 @@
 /// @file
 /// @brief Writes the column of an equation's program, block by block.
-#include "column_writer.h"
+#include "basbdtt/reading/column_writer.h"
 
-#include "block_evaluator.h"
-#include "residual_program.h"
+#include "basbdtt/reading/block_evaluator.h"
+#include "basbdtt/reading/residual_program.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "basbdtt.h"
-#include "equation_program.h"
+#include "basbdtt/reading/equation_program.h"
 
 namespace basbdtt {
 

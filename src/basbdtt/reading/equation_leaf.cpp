@@ -1,8 +1,8 @@
 /// @file
 /// @brief The joins of leaves: the cases whose result is a leaf again.
-#include "equation_leaf.h"
+#include "basbdtt/reading/equation_leaf.h"
 
-#include "column_words.h"
+#include "basbdtt/column/bit_positions.h"
 
 #include <utility>
 

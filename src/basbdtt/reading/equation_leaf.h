@@ -7,7 +7,7 @@
 /// the two normal forms only the outer operators are left.
 #pragma once
 
-#include "operation.h"
+#include "basbdtt/reading/operation.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 /// @file
 /// @brief The algebra of an equation's values.
-#include "equation_program.h"
+#include "basbdtt/reading/equation_program.h"
 
 #include <algorithm>
 #include <limits>

@@ -6,9 +6,9 @@
 /// first (Sethi and Ullman, "The generation of optimal code for arithmetic expressions", 1970).
 #pragma once
 
-#include "column_words.h"
-#include "equation_leaf.h"
-#include "operand.h"
+#include "basbdtt/column/bit_positions.h"
+#include "basbdtt/reading/equation_leaf.h"
+#include "basbdtt/reading/operand.h"
 
 #include <cstddef>
 #include <cstdint>

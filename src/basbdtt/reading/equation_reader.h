@@ -10,8 +10,8 @@
 /// the place of whatever that level comes to.
 #pragma once
 
-#include "column_writer.h"
-#include "equation_program.h"
+#include "basbdtt/reading/column_writer.h"
+#include "basbdtt/reading/equation_program.h"
 
 #include <array>
 #include <cstddef>

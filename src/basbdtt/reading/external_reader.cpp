@@ -1,7 +1,7 @@
 /// @file
 /// @brief The external equation: letters, juxtaposition for AND, blank operands for 1.
 #include "basbdtt.h"
-#include "equation_reader.h"
+#include "basbdtt/reading/equation_reader.h"
 
 namespace {
 

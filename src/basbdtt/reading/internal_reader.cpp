@@ -1,7 +1,7 @@
 /// @file
 /// @brief The internal equation: `F0=` in front, inputs as `B` and a number, no blank operands.
 #include "basbdtt.h"
-#include "equation_reader.h"
+#include "basbdtt/reading/equation_reader.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 /// @brief What a piece of an equation has come to.
 #pragma once
 
-#include "operation.h"
+#include "basbdtt/reading/operation.h"
 
 #include <cstddef>
 #include <cstdint>

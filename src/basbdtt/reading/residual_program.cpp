@@ -1,6 +1,6 @@
 /// @file
 /// @brief Fixes inputs in the program of an equation.
-#include "residual_program.h"
+#include "basbdtt/reading/residual_program.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 /// @brief What is left of an equation when inputs are fixed.
 #pragma once
 
-#include "block_evaluator.h"
-#include "equation_program.h"
+#include "basbdtt/reading/block_evaluator.h"
+#include "basbdtt/reading/equation_program.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,7 @@
 /// @brief The texts that stand around the halves of a Shannon expansion.
 #pragma once
 
-#include "column_words.h"
+#include "basbdtt/column/bit_positions.h"
 
 #include <array>
 #include <cstddef>

@@ -1,7 +1,7 @@
 /// @file
 /// @brief The external equation as text: every token but "!" and "(" ends in a blank.
 #include "basbdtt.h"
-#include "equation_writer.h"
+#include "basbdtt/writing/equation_writer.h"
 
 namespace {
 

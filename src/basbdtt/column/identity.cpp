@@ -1,6 +1,8 @@
 /// @file
 /// @brief The projection onto one input: the test for it and its column.
-#include "column_words.h"
+#include "basbdtt/column/bit_positions.h"
+#include "basbdtt/column/canonical.h"
+#include "basbdtt/column/word_groups.h"
 
 #include <algorithm>
 #include <cstring>

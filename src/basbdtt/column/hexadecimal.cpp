@@ -1,7 +1,7 @@
 /// @file
 /// @brief The hexadecimal text of a column, in both directions.
-#include "column_words.h"
-#include "function_clones.h"
+#include "basbdtt/column/bit_positions.h"
+#include "basbdtt/column/function_clones.h"
 #include "ut_text.h"
 
 #include <algorithm>

@@ -1,7 +1,9 @@
 /// @file
 /// @brief The two Shannon cofactors for an input.
-#include "column_words.h"
-#include "function_clones.h"
+#include "basbdtt/column/bit_positions.h"
+#include "basbdtt/column/canonical.h"
+#include "basbdtt/column/function_clones.h"
+#include "basbdtt/column/word_groups.h"
 
 #include <algorithm>
 

@@ -1,11 +1,10 @@
 /// @file
-/// @brief The arithmetic on bit positions of a column, in one place: sizes, masks and the two moves
-/// inside a word that every rearrangement is made of.
+/// @brief The arithmetic on bit positions of a column, in one place: sizes, masks and the exchange
+/// inside a word.
 #pragma once
 
 #include "basbdtt.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -111,48 +110,6 @@ inline void store_narrow(std::uint32_t* words, int width, std::uint64_t column)
     }
 }
 
-/// @brief One to four pairs that are moved and combined as one, so that blocks of a few words cost
-/// no loop of their own. The compiler maps an operation on a group to the registers it has.
-template <std::size_t words>
-struct word_group {
-    using type [[gnu::vector_size(words * sizeof(std::uint32_t))]] = std::uint64_t;
-};
-
-template <>
-struct word_group<2> {
-    using type = std::uint64_t;
-};
-
-template <typename Group>
-void load_group(Group& group, const std::uint32_t* words)
-{
-    std::memcpy(&group, words, sizeof group);
-}
-
-template <typename Group>
-void store_group(std::uint32_t* words, const Group& group)
-{
-    std::memcpy(words, &group, sizeof group);
-}
-
-/// @brief Calls `action` with a value of the largest group whose words divide `block`.
-/// @param block  a power of two from 2
-template <typename Action>
-void with_group(std::size_t block, Action action)
-{
-    if (block == 2) {
-        action(word_group<2>());
-    } else if (block == 4) {
-        action(word_group<4>());
-    } else {
-        action(word_group<8>());
-    }
-}
-
-/// The words of a group.
-template <typename Group>
-constexpr std::size_t group_words = sizeof(Group) / sizeof(std::uint32_t);
-
 /// Calls `action` with an input inside a pair as a constant: shifts by constants are the cheap
 /// ones.
 template <typename Action>
@@ -172,54 +129,6 @@ void with_pair_input(int input, Action action)
     default:
         return action(std::integral_constant<int, 5>());
     }
-}
-
-/// Exchanges two blocks that are whole groups.
-template <typename Group>
-void swap_blocks(std::uint32_t* first, std::uint32_t* second, std::size_t length)
-{
-    for (std::size_t i = 0; i < length; i += group_words<Group>) {
-        Group from_first;
-        Group from_second;
-        load_group(from_first, first + i);
-        load_group(from_second, second + i);
-        store_group(first + i, from_second);
-        store_group(second + i, from_first);
-    }
-}
-
-/// Whether the words from `begin` on are zero.
-inline bool all_zero(const std::vector<std::uint32_t>& words, std::size_t begin)
-{
-    return std::all_of(words.begin() + static_cast<std::ptrdiff_t>(begin), words.end(),
-                       [](std::uint32_t word) { return word == 0; });
-}
-
-/// @brief Stops as the column's constructor does when no column of `width` inputs exists.
-///
-/// The constructor is called for that, so that the message names its signature.
-inline void require_column_width(int width)
-{
-    if (width < 1 || width > BASBDTT_MAX_WIDTH) {
-        const TRUTH_TABLE_VAL stops(width, 0);
-    }
-}
-
-/// @brief Gives a column exactly the words, bits and `bit_count` of `width` inputs.
-///
-/// Whoever has set the fields by hand may have left other words or stray bits: missing words count
-/// as zero, and what lies beyond the column is dropped.
-inline void make_canonical(TRUTH_TABLE_VAL& value, int width)
-{
-    require_column_width(width);
-    const std::size_t size = words_for_width(width);
-    if (value.words.size() != size) {
-        value.words.resize(size);
-    }
-    if (width < word_inputs) {
-        value.words[0] &= last_word_mask(width);
-    }
-    value.bit_count = std::int32_t{1} << width;
 }
 
 } // namespace basbdtt

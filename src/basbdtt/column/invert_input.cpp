@@ -1,8 +1,10 @@
 /// @file
 /// @brief The complement of one input: both halves of the column that the input selects change
 /// places.
-#include "column_words.h"
-#include "function_clones.h"
+#include "basbdtt/column/bit_positions.h"
+#include "basbdtt/column/canonical.h"
+#include "basbdtt/column/function_clones.h"
+#include "basbdtt/column/word_groups.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 /// @file
 /// @brief The internal equation as text: no blanks, and an exclusive OR for complementary halves.
 #include "basbdtt.h"
-#include "equation_writer.h"
+#include "basbdtt/writing/equation_writer.h"
 
 namespace {
 

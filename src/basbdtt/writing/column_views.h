@@ -2,7 +2,7 @@
 /// @brief Columns and their halves for the highest input, without a copy.
 #pragma once
 
-#include "column_words.h"
+#include "basbdtt/column/bit_positions.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -7,8 +7,9 @@
 #pragma once
 
 #include "basbdtt.h"
-#include "column_views.h"
-#include "equation_frames.h"
+#include "basbdtt/column/canonical.h"
+#include "basbdtt/writing/column_views.h"
+#include "basbdtt/writing/equation_frames.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,6 @@
 /// @file
 /// @brief The messages about equations that are refused.
-#include "equation_reader.h"
+#include "basbdtt/reading/equation_reader.h"
 
 #include "ut_text.h"
 

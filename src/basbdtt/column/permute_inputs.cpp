@@ -1,7 +1,9 @@
 /// @file
 /// @brief The permutation of all inputs.
-#include "function_clones.h"
-#include "input_exchange.h"
+#include "basbdtt/column/canonical.h"
+#include "basbdtt/column/function_clones.h"
+#include "basbdtt/column/input_exchange.h"
+#include "basbdtt/column/word_groups.h"
 
 #include <algorithm>
 #include <utility>

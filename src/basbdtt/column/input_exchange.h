@@ -2,7 +2,7 @@
 /// @brief What the exchange of two inputs and the permutation of all have in common.
 #pragma once
 
-#include "column_words.h"
+#include "basbdtt/column/bit_positions.h"
 
 namespace basbdtt {
 

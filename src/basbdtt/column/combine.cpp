@@ -1,7 +1,8 @@
 /// @file
 /// @brief The operators that combine and compare two columns word by word.
-#include "column_words.h"
-#include "function_clones.h"
+#include "basbdtt/column/bit_positions.h"
+#include "basbdtt/column/canonical.h"
+#include "basbdtt/column/function_clones.h"
 
 #include <algorithm>
 #include <functional>
