@@ -40,25 +40,26 @@ constexpr std::uint32_t last_word_mask(int width)
     return static_cast<std::uint32_t>(first_pair_mask(width));
 }
 
-/// Inputs that select a bit inside a `Word`.
-template <typename Word>
+/// Inputs that select a bit inside a `word_type`.
+template <typename word_type>
 constexpr std::size_t inputs_inside()
 {
     std::size_t inputs = 0;
-    while ((std::size_t{1} << inputs) < sizeof(Word) * 8) {
+    while ((std::size_t{1} << inputs) < sizeof(word_type) * 8) {
         ++inputs;
     }
     return inputs;
 }
 
-/// The masks of `projection_mask`, one for each input inside a `Word`.
-template <typename Word>
+/// The masks of `projection_mask`, one for each input inside a `word_type`.
+template <typename word_type>
 constexpr auto make_projection_masks()
 {
-    std::array<Word, inputs_inside<Word>()> masks{};
+    std::array<word_type, inputs_inside<word_type>()> masks{};
     for (std::size_t input = 0; input < masks.size(); ++input) {
-        for (unsigned bit = 0; bit < sizeof(Word) * 8; ++bit) {
-            masks[input] = static_cast<Word>(masks[input] | (Word{(bit >> input) % 2 != 0} << bit));
+        for (unsigned bit = 0; bit < sizeof(word_type) * 8; ++bit) {
+            masks[input] =
+                static_cast<word_type>(masks[input] | (word_type{(bit >> input) % 2 != 0} << bit));
         }
     }
     return masks;
@@ -73,10 +74,10 @@ constexpr auto pair_projection_mask = make_projection_masks<std::uint64_t>();
 static_assert(projection_mask[0] == 0xAAAAAAAAU && projection_mask[4] == 0xFFFF0000U);
 
 /// Exchanges the bits under `mask` with those `shift` places above them (Knuth, TAOCP 4A, 7.1.3).
-template <typename Word, typename Mask>
-constexpr void delta_swap(Word& word, Mask mask, int shift)
+template <typename word_type, typename mask_type>
+constexpr void delta_swap(word_type& word, mask_type mask, int shift)
 {
-    const Word difference = ((word >> shift) ^ word) & mask;
+    const word_type difference = ((word >> shift) ^ word) & mask;
     word ^= difference ^ (difference << shift);
 }
 
@@ -112,8 +113,8 @@ inline void store_narrow(std::uint32_t* words, int width, std::uint64_t column)
 
 /// Calls `action` with an input inside a pair as a constant: shifts by constants are the cheap
 /// ones.
-template <typename Action>
-void with_pair_input(int input, Action action)
+template <typename action_type>
+void with_pair_input(int input, action_type action)
 {
     switch (input) {
     case 0:

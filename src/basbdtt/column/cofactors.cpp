@@ -22,30 +22,30 @@ constexpr std::size_t short_half_words = 32;
 /// @brief The entries of `lane` where `input` is 0, moved together into its low half.
 ///
 /// The input selects a bit inside a lane, so a lane of the column makes half a lane of the result.
-template <int input, typename Lane>
-constexpr Lane compacted(Lane lane)
+template <int input, typename lane_type>
+constexpr lane_type compacted(lane_type lane)
 {
-    constexpr auto masks = make_projection_masks<Lane>();
-    lane = static_cast<Lane>(lane & ~masks[input]);
+    constexpr auto masks = make_projection_masks<lane_type>();
+    lane = static_cast<lane_type>(lane & ~masks[input]);
     for (std::size_t i = input; i + 1 < masks.size(); ++i) {
-        lane = static_cast<Lane>((lane | (lane >> (1U << i))) & ~masks[i + 1]);
+        lane = static_cast<lane_type>((lane | (lane >> (1U << i))) & ~masks[i + 1]);
     }
     return lane;
 }
 
 /// `size` words of the result from twice as many of the column.
-template <int input, bool high, typename Lane, typename Half>
+template <int input, bool high, typename lane_type, typename half_type>
 void compact_lanes(const std::uint32_t* column, std::uint32_t* result, std::size_t size)
 {
     const auto* const source = reinterpret_cast<const unsigned char*>(column);
     auto* const target = reinterpret_cast<unsigned char*>(result);
-    const std::size_t lanes = size * sizeof(std::uint32_t) / sizeof(Half);
+    const std::size_t lanes = size * sizeof(std::uint32_t) / sizeof(half_type);
     for (std::size_t i = 0; i < lanes; ++i) {
-        Lane lane = 0;
-        std::memcpy(&lane, source + i * sizeof(Lane), sizeof(Lane));
-        lane = static_cast<Lane>(lane >> (high ? 1U << input : 0U));
-        const auto half = static_cast<Half>(compacted<input>(lane));
-        std::memcpy(target + i * sizeof(Half), &half, sizeof(Half));
+        lane_type lane = 0;
+        std::memcpy(&lane, source + i * sizeof(lane_type), sizeof(lane_type));
+        lane = static_cast<lane_type>(lane >> (high ? 1U << input : 0U));
+        const auto half = static_cast<half_type>(compacted<input>(lane));
+        std::memcpy(target + i * sizeof(half_type), &half, sizeof(half_type));
     }
 }
 

@@ -17,11 +17,11 @@ BASBDTT_CLONES void cross_blocks(std::uint32_t* words, std::size_t size, int low
     const std::size_t block = block_words(high);
     with_group(block, [=](auto kind) {
         with_pair_input(low, [=](auto constant_low) {
-            using Group = typename decltype(kind)::type;
+            using group_type = typename decltype(kind)::type;
             for (std::size_t start = 0; start < size; start += 2 * block) {
-                for (std::size_t i = start; i < start + block; i += group_words<Group>) {
-                    Group lower;
-                    Group upper;
+                for (std::size_t i = start; i < start + block; i += group_words<group_type>) {
+                    group_type lower;
+                    group_type upper;
                     load_group(lower, words + i);
                     load_group(upper, words + i + block);
                     cross(lower, upper, ~pair_projection_mask[constant_low], 1 << constant_low);

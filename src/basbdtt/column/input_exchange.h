@@ -22,10 +22,10 @@ constexpr pair_exchange exchange_in_pair(int low, int high)
 }
 
 /// Exchanges the bits of `low` where the input inside is 1 with those of `high` where it is 0.
-template <typename Group>
-void cross(Group& low, Group& high, std::uint64_t mask, int shift)
+template <typename group_type>
+void cross(group_type& low, group_type& high, std::uint64_t mask, int shift)
 {
-    const Group difference = ((low >> shift) ^ high) & mask;
+    const group_type difference = ((low >> shift) ^ high) & mask;
     high ^= difference;
     low ^= difference << shift;
 }

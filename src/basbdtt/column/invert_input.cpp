@@ -11,8 +11,8 @@ namespace {
 using namespace basbdtt;
 
 /// Complements an input inside a pair.
-template <typename Group>
-void invert(Group& group, std::uint64_t mask, int shift)
+template <typename group_type>
+void invert(group_type& group, std::uint64_t mask, int shift)
 {
     group = ((group & mask) >> shift) | ((group << shift) & mask);
 }

@@ -31,13 +31,13 @@ struct crossing {
 };
 
 /// Two crossings of four groups that lie `near` and `far` blocks apart.
-template <typename Group>
+template <typename group_type>
 void cross_square(std::uint32_t* words, const crossing& near, const crossing& far)
 {
-    Group low0;
-    Group low1;
-    Group high0;
-    Group high1;
+    group_type low0;
+    group_type low1;
+    group_type high0;
+    group_type high1;
     load_group(low0, words);
     load_group(low1, words + near.block);
     load_group(high0, words + far.block);
@@ -56,11 +56,11 @@ void cross_square(std::uint32_t* words, const crossing& near, const crossing& fa
 BASBDTT_CLONES void cross_two(std::uint32_t* words, std::size_t size, crossing near, crossing far)
 {
     with_group(near.block, [=](auto group) {
-        using Group = typename decltype(group)::type;
+        using group_type = typename decltype(group)::type;
         for (std::size_t outer = 0; outer < size; outer += 2 * far.block) {
             for (std::size_t start = outer; start < outer + far.block; start += 2 * near.block) {
-                for (std::size_t i = start; i < start + near.block; i += group_words<Group>) {
-                    cross_square<Group>(words + i, near, far);
+                for (std::size_t i = start; i < start + near.block; i += group_words<group_type>) {
+                    cross_square<group_type>(words + i, near, far);
                 }
             }
         }

@@ -22,22 +22,22 @@ struct word_group<2> {
     using type = std::uint64_t;
 };
 
-template <typename Group>
-void load_group(Group& group, const std::uint32_t* words)
+template <typename group_type>
+void load_group(group_type& group, const std::uint32_t* words)
 {
     std::memcpy(&group, words, sizeof group);
 }
 
-template <typename Group>
-void store_group(std::uint32_t* words, const Group& group)
+template <typename group_type>
+void store_group(std::uint32_t* words, const group_type& group)
 {
     std::memcpy(words, &group, sizeof group);
 }
 
 /// @brief Calls `action` with a value of the largest group whose words divide `length`.
 /// @param length  a power of two from 2
-template <typename Action>
-void with_group(std::size_t length, Action action)
+template <typename action_type>
+void with_group(std::size_t length, action_type action)
 {
     if (length == 2) {
         action(word_group<2>());
@@ -49,16 +49,16 @@ void with_group(std::size_t length, Action action)
 }
 
 /// The words of a group.
-template <typename Group>
-constexpr std::size_t group_words = sizeof(Group) / sizeof(std::uint32_t);
+template <typename group_type>
+constexpr std::size_t group_words = sizeof(group_type) / sizeof(std::uint32_t);
 
 /// Exchanges two blocks that are whole groups.
-template <typename Group>
+template <typename group_type>
 void swap_blocks(std::uint32_t* first, std::uint32_t* second, std::size_t length)
 {
-    for (std::size_t i = 0; i < length; i += group_words<Group>) {
-        Group from_first;
-        Group from_second;
+    for (std::size_t i = 0; i < length; i += group_words<group_type>) {
+        group_type from_first;
+        group_type from_second;
         load_group(from_first, first + i);
         load_group(from_second, second + i);
         store_group(first + i, from_second);

@@ -73,14 +73,14 @@ struct input_name {
 /// Sends the one message about a refused equation.
 void report_refusal(const operand& refused, int width);
 
-/// @brief Reads one text. `Grammar` has, all static:
+/// @brief Reads one text. `grammar` has, all static:
 /// - `elements`: what each character is;
 /// - `negation_outranks_group`: a negation is chosen before a group on its left, not only after it;
 /// - `blank`: the value of a blank operand;
 /// - `beyond_width`: why an input is refused that is not below the width;
 /// - `read_input(text, position)`: the name that starts there;
 /// - `prefix(text, position)`: the length of what is removed from the start of a group's text.
-template <typename Grammar>
+template <typename grammar>
 class equation_reader {
 public:
     equation_reader(const std::string& equation, int inputs) : text(equation), width(inputs) {}
@@ -129,7 +129,7 @@ private:
 
     element element_at(std::size_t position) const
     {
-        return Grammar::elements[static_cast<unsigned char>(text[position])];
+        return grammar::elements[static_cast<unsigned char>(text[position])];
     }
 
     operand unexpected_at(std::size_t position) const
@@ -151,7 +151,7 @@ private:
             case element::open:
                 open_group();
                 ++i;
-                i += Grammar::prefix(text, i);
+                i += grammar::prefix(text, i);
                 continue;
             case element::close:
                 if (outer_flags.empty()) {
@@ -179,7 +179,7 @@ private:
     {
         switch (what) {
         case element::negation:
-            if (Grammar::negation_outranks_group || !current.has(level::has_group)) {
+            if (grammar::negation_outranks_group || !current.has(level::has_group)) {
                 current.flags ^= level::negated;
                 current.flags &= ~unsigned{level::has_group | level::has_leaf};
             }
@@ -189,7 +189,7 @@ private:
             take_leaf(operand::constant(what == element::one));
             break;
         case element::input: {
-            const input_name name = Grammar::read_input(text, i);
+            const input_name name = grammar::read_input(text, i);
             if (name.number < 0) {
                 current.refuse(operand::refused(refusal::bare_input_name));
                 break;
@@ -214,7 +214,7 @@ private:
     {
         return number < width
                    ? operations_of_text.of_input(number)
-                   : operand::refused(Grammar::beyond_width, static_cast<std::uint64_t>(number));
+                   : operand::refused(grammar::beyond_width, static_cast<std::uint64_t>(number));
     }
 
     void take_leaf(const operand& value)
@@ -236,7 +236,7 @@ private:
     operand join_pending(std::size_t rank)
     {
         operand value =
-            current.has(level::has_group | level::has_leaf) ? current.factor : Grammar::blank;
+            current.has(level::has_group | level::has_leaf) ? current.factor : grammar::blank;
         if (current.has(level::negated)) {
             value = operations_of_text.complement(value);
         }
@@ -305,7 +305,7 @@ private:
         case element::negation:
             return 3;
         case element::open:
-            return Grammar::negation_outranks_group ? 4 : 3;
+            return grammar::negation_outranks_group ? 4 : 3;
         default:
             return 5;
         }
@@ -350,7 +350,7 @@ private:
             } else if (depth == 0 && what == element::unexpected) {
                 return unexpected_at(i);
             } else if (depth == 0 && what == element::input) {
-                const input_name name = Grammar::read_input(text, i);
+                const input_name name = grammar::read_input(text, i);
                 if (name.number < 0) {
                     return operand::refused(refusal::bare_input_name);
                 }
@@ -387,10 +387,10 @@ private:
 
 /// @brief Makes `table` the function of `width` inputs that `text` denotes from `begin` on, or
 /// sends one message and leaves it as it was.
-template <typename Grammar>
+template <typename grammar>
 void read_equation(BOOL_TRUTH_TABLE& table, int width, const std::string& text, std::size_t begin)
 {
-    equation_reader<Grammar> reader(text, width);
+    equation_reader<grammar> reader(text, width);
     const operand result = reader.read(begin);
     if (result.is_refused()) {
         report_refusal(result, width);

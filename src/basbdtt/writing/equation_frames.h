@@ -69,7 +69,7 @@ struct frame {
     short_text between; ///< after f
 };
 
-template <typename Format>
+template <typename format>
 constexpr frame make_frame(shape how, std::string_view x)
 {
     frame result;
@@ -80,52 +80,52 @@ constexpr frame make_frame(shape how, std::string_view x)
         before.append(x);
         break;
     case shape::not_x:
-        before.append(Format::negation).append(x);
+        before.append(format::negation).append(x);
         break;
     case shape::x_and_t:
-        before.append(x).append(Format::conjunction);
+        before.append(x).append(format::conjunction);
         break;
     case shape::not_x_or_t:
-        before.append(Format::negation).append(x).append(Format::disjunction);
+        before.append(format::negation).append(x).append(format::disjunction);
         break;
     case shape::choice:
-        before.append(Format::negation).append(x).append(Format::conjunction);
-        result.between.append(Format::disjunction).append(x).append(Format::conjunction);
+        before.append(format::negation).append(x).append(format::conjunction);
+        result.between.append(format::disjunction).append(x).append(format::conjunction);
         break;
     case shape::not_x_and_f:
-        before.append(Format::negation).append(x).append(Format::conjunction);
+        before.append(format::negation).append(x).append(format::conjunction);
         break;
     case shape::f_or_x:
-        result.between.append(Format::disjunction).append(x);
+        result.between.append(format::disjunction).append(x);
         break;
     case shape::x_xor_f:
-        before.append(x).append(Format::exclusive);
+        before.append(x).append(format::exclusive);
         break;
     }
     return result;
 }
 
-template <typename Format>
+template <typename format>
 constexpr auto make_frames()
 {
     std::array<std::array<frame, shapes>, BASBDTT_MAX_WIDTH> frames;
     for (std::size_t input = 0; input < frames.size(); ++input) {
         for (std::size_t how = 0; how < shapes; ++how) {
             frames[input][how] =
-                make_frame<Format>(static_cast<shape>(how), Format::names[input].view());
+                make_frame<format>(static_cast<shape>(how), format::names[input].view());
         }
     }
     return frames;
 }
 
 /// By input and shape.
-template <typename Format>
-constexpr auto frames = make_frames<Format>();
+template <typename format>
+constexpr auto frames = make_frames<format>();
 
-template <typename Format>
+template <typename format>
 constexpr const frame& frame_of(int input, shape how)
 {
-    return frames<Format>[static_cast<std::size_t>(input)][static_cast<std::size_t>(how)];
+    return frames<format>[static_cast<std::size_t>(input)][static_cast<std::size_t>(how)];
 }
 
 } // namespace basbdtt

@@ -22,8 +22,8 @@
 namespace basbdtt {
 
 /// Of halves that differ.
-template <typename Format, typename View>
-constexpr shape shape_of(const View& f, const View& t)
+template <typename format, typename view_type>
+constexpr shape shape_of(const view_type& f, const view_type& t)
 {
     const constancy f_is = f.classify();
     const constancy t_is = t.classify();
@@ -36,7 +36,7 @@ constexpr shape shape_of(const View& f, const View& t)
     if (t_is != constancy::neither) {
         return t_is == constancy::zero ? shape::not_x_and_f : shape::f_or_x;
     }
-    if constexpr (Format::has_exclusive) {
+    if constexpr (format::has_exclusive) {
         if (f.complements(t)) {
             return shape::x_xor_f;
         }
@@ -45,13 +45,13 @@ constexpr shape shape_of(const View& f, const View& t)
 }
 
 /// The texts of all functions of up to three inputs inside an expansion, empty for constants.
-template <typename Format, int width>
+template <typename format, int width>
 constexpr auto make_small_texts();
 
-template <typename Format, int width>
-constexpr auto small_texts = make_small_texts<Format, width>();
+template <typename format, int width>
+constexpr auto small_texts = make_small_texts<format, width>();
 
-template <typename Format, int width>
+template <typename format, int width>
 constexpr auto make_small_texts()
 {
     std::array<small_text, std::size_t{1} << (1U << width)> texts;
@@ -61,21 +61,21 @@ constexpr auto make_small_texts()
         const auto t = view.true_half();
         if constexpr (width == 1) {
             texts[bits].append(
-                frame_of<Format>(0, t.bits != 0 ? shape::x : shape::not_x).before.view());
+                frame_of<format>(0, t.bits != 0 ? shape::x : shape::not_x).before.view());
         } else if (f == t) {
-            texts[bits] = small_texts<Format, width - 1>[f.bits];
+            texts[bits] = small_texts<format, width - 1>[f.bits];
         } else {
-            const shape how = shape_of<Format>(f, t);
-            const frame& around = frame_of<Format>(width - 1, how);
+            const shape how = shape_of<format>(f, t);
+            const frame& around = frame_of<format>(width - 1, how);
             texts[bits].append(around.before.view());
             if (has_text_of_f(how)) {
-                texts[bits].append(small_texts<Format, width - 1>[f.bits].view());
+                texts[bits].append(small_texts<format, width - 1>[f.bits].view());
                 texts[bits].append(around.between.view());
             }
             if (has_text_of_t(how)) {
-                texts[bits].append(small_texts<Format, width - 1>[t.bits].view());
+                texts[bits].append(small_texts<format, width - 1>[t.bits].view());
             }
-            texts[bits].append(is_group(how) ? Format::close.view() : "");
+            texts[bits].append(is_group(how) ? format::close.view() : "");
         }
     }
     return texts;
@@ -113,10 +113,10 @@ private:
     std::array<char, 4096> piece;
 };
 
-/// @brief Writes one table. `Format` has, all static: the texts `names`, `negation`, `conjunction`,
+/// @brief Writes one table. `format` has, all static: the texts `names`, `negation`, `conjunction`,
 /// `disjunction`, `exclusive` and `close` (of a group inside another), `has_exclusive` for
 /// complementary halves, and `constant_text(width, one, top_level)`.
-template <typename Format>
+template <typename format>
 class equation_writer {
 public:
     std::string write(const BOOL_TRUTH_TABLE& table, bool top_level)
@@ -127,11 +127,11 @@ public:
             const register_view<1> view{words.empty() ? 0 : words[0] & register_view<1>::mask};
             const constancy what = view.classify();
             return what == constancy::neither
-                       ? std::string(small_texts<Format, 1>[view.bits].view())
-                       : Format::constant_text(width, what == constancy::one, top_level);
+                       ? std::string(small_texts<format, 1>[view.bits].view())
+                       : format::constant_text(width, what == constancy::one, top_level);
         }
         if (all_zero(words, 0)) {
-            return Format::constant_text(width, false, top_level);
+            return format::constant_text(width, false, top_level);
         }
         require_column_width(width);
         if (words.size() < words_for_width(width)) {
@@ -168,8 +168,8 @@ private:
         }
     }
 
-    template <typename View>
-    std::string write_view(const View& view, bool has_more, bool top_level)
+    template <typename view_type>
+    std::string write_view(const view_type& view, bool has_more, bool top_level)
     {
         const constancy what = view.classify();
         if (what == constancy::neither) {
@@ -177,8 +177,8 @@ private:
         }
         // With bits beyond the column it is no constant, but equal halves make it one of a lower
         // width.
-        return has_more ? Format::constant_text(view.width - 1, what == constancy::one, false)
-                        : Format::constant_text(view.width, what == constancy::one, top_level);
+        return has_more ? format::constant_text(view.width - 1, what == constancy::one, false)
+                        : format::constant_text(view.width, what == constancy::one, top_level);
     }
 
     /// A half that is not constant.
@@ -186,7 +186,7 @@ private:
     char* write_half(char* to, const register_view<width>& half)
     {
         if constexpr (width <= 3) {
-            return small_texts<Format, width>[half.bits].write(to);
+            return small_texts<format, width>[half.bits].write(to);
         } else {
             return write_expansion(to, half, false);
         }
@@ -200,16 +200,16 @@ private:
         return buffer.with_room(to);
     }
 
-    template <typename View>
-    char* write_expansion(char* to, const View& view, bool top_level)
+    template <typename view_type>
+    char* write_expansion(char* to, const view_type& view, bool top_level)
     {
         const auto f = view.false_half();
         const auto t = view.true_half();
         if (f == t) {
             return write_half(to, f);
         }
-        const shape how = shape_of<Format>(f, t);
-        const frame& around = frame_of<Format>(f.width, how);
+        const shape how = shape_of<format>(f, t);
+        const frame& around = frame_of<format>(f.width, how);
         if (top_level && !is_group(how)) {
             to = open.write(to);
         }
@@ -224,7 +224,7 @@ private:
         if (top_level) {
             return close.write(to);
         }
-        return is_group(how) ? Format::close.write(to) : to;
+        return is_group(how) ? format::close.write(to) : to;
     }
 
     static constexpr short_text open{"("};
