@@ -11,7 +11,9 @@
 #pragma once
 
 #include "basbdtt/reading/column_writer.h"
+#include "basbdtt/reading/equation_elements.h"
 #include "basbdtt/reading/equation_program.h"
+#include "basbdtt/reading/unbalanced_text.h"
 
 #include <array>
 #include <cstddef>
@@ -22,64 +24,10 @@
 
 namespace basbdtt {
 
-/// What a character of an equation is. The operators come first, numbered like `operation`.
-enum class element : std::uint8_t {
-    disjunction,
-    exclusive,
-    conjunction,
-    negation,
-    open,
-    close,
-    input,
-    zero,
-    one,
-    blank,
-    unexpected
-};
-using element_table = std::array<element, 256>;
-
-/// The elements that both equations have.
-constexpr element_table common_elements()
-{
-    element_table table{};
-    for (element& each : table) {
-        each = element::unexpected;
-    }
-    table['+'] = element::disjunction;
-    table['*'] = element::conjunction;
-    table['~'] = element::negation;
-    table['('] = element::open;
-    table[')'] = element::close;
-    table['0'] = element::zero;
-    table['1'] = element::one;
-    table[' '] = element::blank;
-    table['\t'] = element::blank;
-    return table;
-}
-
-constexpr char to_upper(char character)
-{
-    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
-                                                : character;
-}
-
-/// An input's name as a grammar reads it.
-struct input_name {
-    int number;       ///< negative when the name is not complete
-    std::size_t end;  ///< one past its last character
-    bool conjunction; ///< the name is joined by AND with what follows
-};
-
 /// Sends the one message about a refused equation.
 void report_refusal(const operand& refused, int width);
 
-/// @brief Reads one text. `grammar` has, all static:
-/// - `elements`: what each character is;
-/// - `negation_outranks_group`: a negation is chosen before a group on its left, not only after it;
-/// - `blank`: the value of a blank operand;
-/// - `beyond_width`: why an input is refused that is not below the width;
-/// - `read_input(text, position)`: the name that starts there;
-/// - `prefix(text, position)`: the length of what is removed from the start of a group's text.
+/// Reads one text.
 template <typename grammar>
 class equation_reader {
 public:
@@ -127,23 +75,12 @@ private:
         }
     };
 
-    element element_at(std::size_t position) const
-    {
-        return grammar::elements[static_cast<unsigned char>(text[position])];
-    }
-
-    operand unexpected_at(std::size_t position) const
-    {
-        const char character = to_upper(text[position]);
-        return operand::refused(refusal::unexpected_element, static_cast<unsigned char>(character));
-    }
-
     /// A text whose every `)` closes a `(`, from `begin` to `end`; nothing for any other text.
     std::optional<operand> read_balanced(std::size_t begin, std::size_t end)
     {
         current = level();
         for (std::size_t i = begin; i < end;) {
-            const element what = element_at(i);
+            const element what = element_at<grammar>(text, i);
             switch (what) {
             case element::blank:
                 ++i;
@@ -201,7 +138,7 @@ private:
             return name.end;
         }
         case element::unexpected:
-            current.refuse(unexpected_at(i));
+            current.refuse(unexpected_at(text, i));
             break;
         default:
             take_operator(static_cast<operation>(what));
@@ -293,82 +230,16 @@ private:
         }
     }
 
-    static int rank_of(element what)
-    {
-        switch (what) {
-        case element::disjunction:
-            return 0;
-        case element::exclusive:
-            return 1;
-        case element::conjunction:
-            return 2;
-        case element::negation:
-            return 3;
-        case element::open:
-            return grammar::negation_outranks_group ? 4 : 3;
-        default:
-            return 5;
-        }
-    }
-
-    /// @brief A text with a `)` that closes nothing, such as `A)+(B`, or with a `(` left open.
-    ///
-    /// It may still have an element of depth 0 to split it at; the parentheses that enclose nothing
-    /// then bound its operands.
+    /// A text whose parentheses do not match; see `unbalanced_text`.
     operand read_unbalanced(std::size_t begin)
     {
-        constexpr int no_rank = 6;
-        int depth = 0;
-        int lowest = no_rank;
-        std::size_t region_begin = begin; // of the elements of depth 0 without a break between them
-        std::size_t chosen_begin = begin; // of the region of the chosen element
-        std::size_t chosen_end = begin;
-        bool in_chosen_region = false;
-        const auto choose = [&](element what) {
-            if (rank_of(what) < lowest) {
-                lowest = rank_of(what);
-                chosen_begin = region_begin;
-                chosen_end = text.size();
-                in_chosen_region = true;
-            }
-        };
-        for (std::size_t i = begin; i < text.size();) {
-            const element what = element_at(i);
-            std::size_t next = i + 1;
-            if (what == element::close) {
-                if (--depth == -1 && in_chosen_region) {
-                    chosen_end = i;
-                    in_chosen_region = false;
-                }
-            } else if (what == element::open) {
-                if (depth == 0) {
-                    choose(what);
-                }
-                if (++depth == 0) {
-                    region_begin = next;
-                }
-            } else if (depth == 0 && what == element::unexpected) {
-                return unexpected_at(i);
-            } else if (depth == 0 && what == element::input) {
-                const input_name name = grammar::read_input(text, i);
-                if (name.number < 0) {
-                    return operand::refused(refusal::bare_input_name);
-                }
-                choose(name.conjunction ? element::conjunction : what);
-                next = name.end;
-            } else if (depth == 0 && what != element::blank) {
-                choose(what);
-            }
-            i = next;
-        }
-        if (depth != 0) {
-            return operand::refused(refusal::unbalanced);
-        }
-        if (lowest == no_rank) {
-            return operand::refused(refusal::no_element);
+        unbalanced_text<grammar> part(text, begin);
+        const std::optional<operand> refused = part.find();
+        if (refused) {
+            return *refused;
         }
         forget_levels();
-        return *read_balanced(chosen_begin, chosen_end);
+        return *read_balanced(part.begin(), part.end());
     }
 
     void forget_levels()
