@@ -97,7 +97,7 @@ const misuse misuses[] = {
 };
 // NOLINTEND(readability-identifier-length)
 
-TEST(AssertionDeathTest, TextAndSignature)
+TEST(assertion_death_test, text_and_signature)
 {
     BOOL_TRUTH_TABLE table;
     table.set_identity_for_input(3, 0);

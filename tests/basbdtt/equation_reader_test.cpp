@@ -20,7 +20,7 @@ void read(BOOL_TRUTH_TABLE& table, bool external, int width, const std::string& 
 }
 
 /// What the definition below is pinned to.
-TEST(EquationReader, Examples)
+TEST(equation_reader, examples)
 {
     const struct {
         bool external;
@@ -43,7 +43,7 @@ TEST(EquationReader, Examples)
 
 /// Short texts at random: all that the definition does to them, the readers do, too. A text that is
 /// refused sends one message and changes nothing.
-TEST(EquationReader, AgreesWithItsDefinition)
+TEST(equation_reader, agrees_with_its_definition)
 {
     using namespace std::string_literals;
     constexpr unsigned seed = 20261122;
@@ -122,7 +122,7 @@ void expect_column(const equation& expected, int width)
 
 /// Inputs of a word, of a block and above, from a few to thousands: random equations joined from
 /// random ones, with the columns that the operators on columns make.
-TEST(EquationReader, JoinsInputsOfAnyNumber)
+TEST(equation_reader, joins_inputs_of_any_number)
 {
     std::mt19937 random(11);
     for (unsigned round = 0; round < 1500; ++round) {
@@ -145,7 +145,7 @@ TEST(EquationReader, JoinsInputsOfAnyNumber)
 
 /// More terms than are joined at a time, and more than an input is fixed in. What they are joined
 /// with is in some blocks, by the inputs 12 and 13, one operand of a product.
-TEST(EquationReader, JoinsManyTerms)
+TEST(equation_reader, joins_many_terms)
 {
     std::mt19937 random(12);
     constexpr int width = 14;
@@ -170,7 +170,7 @@ TEST(EquationReader, JoinsManyTerms)
 }
 
 /// Millions of characters in shapes that a recursive or a rescanning reader does not survive.
-TEST(EquationReader, LongTextsOfAnyShape)
+TEST(equation_reader, long_texts_of_any_shape)
 {
     constexpr std::size_t size = 5000000;
     const struct {
@@ -201,7 +201,7 @@ TEST(EquationReader, LongTextsOfAnyShape)
     }
 }
 
-TEST(EquationItems, CutTheLevelOfAPosition)
+TEST(equation_items, cut_the_level_of_a_position)
 {
     using table = BOOL_TRUTH_TABLE;
     EXPECT_EQ(table::get_next_eqn_item("A* B", 2), " B");

@@ -85,7 +85,7 @@ void expect_texts(const std::string& bits)
     }
 }
 
-TEST(EquationWriter, AllTablesOfWidths1To4)
+TEST(equation_writer, all_tables_of_widths_1_to_4)
 {
     for (std::size_t entries = 2; entries <= 16; entries *= 2) {
         for (std::uint32_t column = 0; column < 1U << entries; ++column) {
@@ -95,7 +95,7 @@ TEST(EquationWriter, AllTablesOfWidths1To4)
 }
 
 /// Some halves at random, some that repeat the other, vanish or are its complement.
-TEST(EquationWriter, RandomTablesOfWidths1To15)
+TEST(equation_writer, random_tables_of_widths_1_to_15)
 {
     constexpr unsigned seed = 3;
     std::mt19937 random(seed);
@@ -115,7 +115,7 @@ TEST(EquationWriter, RandomTablesOfWidths1To15)
     }
 }
 
-TEST(EquationWriter, NoInputsAndTheHighest)
+TEST(equation_writer, no_inputs_and_the_highest)
 {
     BOOL_TRUTH_TABLE table;
     EXPECT_EQ(table.get_external_equation() + table.get_internal_equation(), "0F0=0");
@@ -124,7 +124,7 @@ TEST(EquationWriter, NoInputsAndTheHighest)
 }
 
 /// Fields set by hand: missing words are zero; bits beyond the column are in no cofactor.
-TEST(EquationWriter, ColumnsOfOtherLengths)
+TEST(equation_writer, columns_of_other_lengths)
 {
     BOOL_TRUTH_TABLE table = table_of(std::string(64, '1') + std::string(64, '0'));
     table.value.words.resize(2);

@@ -101,7 +101,7 @@ BOOL_TRUTH_TABLE table_of(int width, std::vector<std::uint32_t> words)
     return table;
 }
 
-TEST(Rearrange, EveryTableOfOneToThreeInputsAndManyOfFour)
+TEST(rearrange, every_table_of_one_to_three_inputs_and_many_of_four)
 {
     std::mt19937 random(seed);
     for (int width = 1; width <= 4; ++width) {
@@ -111,7 +111,7 @@ TEST(Rearrange, EveryTableOfOneToThreeInputsAndManyOfFour)
     }
 }
 
-TEST(Rearrange, RandomTablesAlsoOfUnusualLength)
+TEST(rearrange, random_tables_also_of_unusual_length)
 {
     std::mt19937 random(seed);
     for (int width = 1; width <= 13; ++width) {
@@ -127,7 +127,7 @@ TEST(Rearrange, RandomTablesAlsoOfUnusualLength)
     }
 }
 
-TEST(Rearrange, IdentityIsRecognisedUnlessOneEntryDiffers)
+TEST(rearrange, identity_is_recognised_unless_one_entry_differs)
 {
     std::mt19937 random(seed);
     BOOL_TRUTH_TABLE table; // which grows and shrinks

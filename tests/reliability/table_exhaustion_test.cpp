@@ -9,8 +9,8 @@ namespace {
 const std::string external_sum = "A(B + !M)*!(A + B N) + (A)B + !A !B*(0 + C !(A B)) + C(1)A";
 const std::string internal_sum = "F0=B0*(B1+~B2)@~(B0+B12*B13)+(B0)B1+~B0*~B1*(0+B2*~(B0@B1))@(1)";
 
-struct TABLES {
-    explicit TABLES(int table_width) : width(table_width)
+struct tables {
+    explicit tables(int table_width) : width(table_width)
     {
         table.set_identity_for_input(width, 1);
         table.value.words[0] ^= 0x35U;
@@ -36,30 +36,30 @@ struct TABLES {
     int perm[14] = {1, 2, 0, 3, 4, 5, 6, 7, 8, 9, 13, 12, 11, 10};
 };
 
-const OPERATION<TABLES> operations[] = {
-    [](TABLES& s) { s.other = BOOL_TRUTH_TABLE(); },
-    [](TABLES& s) { s.other = BOOL_TRUTH_TABLE(s.table); },
-    [](TABLES& s) { s.other.value = TRUTH_TABLE_VAL(s.width + 2, 1); },
-    [](TABLES& s) { s.table.value ^= s.other.value, s.table.value |= s.other.value; },
-    [](TABLES& s) { s.table.value &= s.other.value; },
-    [](TABLES& s) { s.text = s.table.value.get_hex_string(); },
-    [](TABLES& s) { s.text = s.table.is_identity_for_input(1) ? "1" : "0"; },
-    [](TABLES& s) { s.table.set_value(s.width + 2, s.other.value); },
-    [](TABLES& s) { s.table.invert_input(s.width - 1); },
-    [](TABLES& s) { s.table.rotate_inputs(0, s.width - 1); },
-    [](TABLES& s) { s.table.rotate_inputs(s.perm); },
-    [](TABLES& s) { s.other.rotate_inputs(s.perm); },
-    [](TABLES& s) { s.other = s.table.get_true_factor_for_input(1); },
-    [](TABLES& s) { s.other = s.table.get_false_factor_for_input(s.width - 1); },
-    [](TABLES& s) { s.table.set_value_from_external_equation(s.width + 1, external_sum); },
-    [](TABLES& s) { s.table.set_value_from_internal_equation(s.width + 1, internal_sum); },
-    [](TABLES& s) { s.table.set_value_from_external_equation(s.width, external_sum); },
-    [](TABLES& s) { s.table.set_value_from_internal_equation(s.width, internal_sum); },
-    [](TABLES& s) { s.table.set_value_from_hex_string(s.width, "0xFG"); },
-    [](TABLES& s) { s.text = BOOL_TRUTH_TABLE::get_next_eqn_item(external_sum, 0); },
-    [](TABLES& s) { s.text = BOOL_TRUTH_TABLE::get_last_eqn_item(external_sum, 30); },
-    [](TABLES& s) { s.text = s.table.get_external_equation(); },
-    [](TABLES& s) { s.text = s.table.get_internal_equation(); },
+const OPERATION<tables> operations[] = {
+    [](tables& s) { s.other = BOOL_TRUTH_TABLE(); },
+    [](tables& s) { s.other = BOOL_TRUTH_TABLE(s.table); },
+    [](tables& s) { s.other.value = TRUTH_TABLE_VAL(s.width + 2, 1); },
+    [](tables& s) { s.table.value ^= s.other.value, s.table.value |= s.other.value; },
+    [](tables& s) { s.table.value &= s.other.value; },
+    [](tables& s) { s.text = s.table.value.get_hex_string(); },
+    [](tables& s) { s.text = s.table.is_identity_for_input(1) ? "1" : "0"; },
+    [](tables& s) { s.table.set_value(s.width + 2, s.other.value); },
+    [](tables& s) { s.table.invert_input(s.width - 1); },
+    [](tables& s) { s.table.rotate_inputs(0, s.width - 1); },
+    [](tables& s) { s.table.rotate_inputs(s.perm); },
+    [](tables& s) { s.other.rotate_inputs(s.perm); },
+    [](tables& s) { s.other = s.table.get_true_factor_for_input(1); },
+    [](tables& s) { s.other = s.table.get_false_factor_for_input(s.width - 1); },
+    [](tables& s) { s.table.set_value_from_external_equation(s.width + 1, external_sum); },
+    [](tables& s) { s.table.set_value_from_internal_equation(s.width + 1, internal_sum); },
+    [](tables& s) { s.table.set_value_from_external_equation(s.width, external_sum); },
+    [](tables& s) { s.table.set_value_from_internal_equation(s.width, internal_sum); },
+    [](tables& s) { s.table.set_value_from_hex_string(s.width, "0xFG"); },
+    [](tables& s) { s.text = BOOL_TRUTH_TABLE::get_next_eqn_item(external_sum, 0); },
+    [](tables& s) { s.text = BOOL_TRUTH_TABLE::get_last_eqn_item(external_sum, 30); },
+    [](tables& s) { s.text = s.table.get_external_equation(); },
+    [](tables& s) { s.text = s.table.get_internal_equation(); },
 };
 
 TEST(table_exhaustion, of_every_operation)

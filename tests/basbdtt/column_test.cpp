@@ -24,7 +24,7 @@ TRUTH_TABLE_VAL random_value(std::mt19937& random, int bit_count)
     return value;
 }
 
-TEST(Value, ConstantColumnsHaveNoBitBeyondTheColumn)
+TEST(column, constant_columns_have_no_bit_beyond_the_column)
 {
     for (int width = 1; width <= 12; ++width) {
         const std::size_t size = width < 5 ? 1 : std::size_t{1} << (width - 5);
@@ -35,7 +35,7 @@ TEST(Value, ConstantColumnsHaveNoBitBeyondTheColumn)
     }
 }
 
-TEST(Value, ColumnsOfAnyTwoLengthsAreCombinedAndCompared)
+TEST(column, columns_of_any_two_lengths_are_combined_and_compared)
 {
     std::mt19937 random(1);
     for (int round = 0; round < 3000; ++round) {
@@ -66,7 +66,7 @@ TEST(Value, ColumnsOfAnyTwoLengthsAreCombinedAndCompared)
     }
 }
 
-TEST(Value, SetValueDropsWhatLiesBeyondTheWidth)
+TEST(column, set_value_drops_what_lies_beyond_the_width)
 {
     std::mt19937 random(2);
     for (int round = 0; round < 400; ++round) {
@@ -85,7 +85,7 @@ TEST(Value, SetValueDropsWhatLiesBeyondTheWidth)
     }
 }
 
-TEST(Hexadecimal, TextOfEveryBitCount)
+TEST(hexadecimal, text_of_every_bit_count)
 {
     std::mt19937 random(20240612);
     constexpr int long_text = 8204; // converted in two pieces, with digits to spare in the first
@@ -104,7 +104,7 @@ TEST(Hexadecimal, TextOfEveryBitCount)
     }
 }
 
-TEST(Hexadecimal, WhatIsWrittenIsRead)
+TEST(hexadecimal, what_is_written_is_read)
 {
     std::mt19937 random(20240613);
     for (int width = 1; width <= 16; ++width) {
@@ -135,7 +135,7 @@ TEST(Hexadecimal, WhatIsWrittenIsRead)
     EXPECT_EQ(host_recorder::take_statuses(), strings{});
 }
 
-TEST(Hexadecimal, MisuseSendsOneMessageAndChangesNothing)
+TEST(hexadecimal, misuse_sends_one_message_and_changes_nothing)
 {
     struct {
         int width;
