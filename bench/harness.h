@@ -13,8 +13,8 @@
 namespace bench {
 
 /// Keeps the compiler from dropping the work that made `value`.
-template <typename T>
-void keep(const T& value)
+template <typename kept>
+void keep(const kept& value)
 {
     asm volatile("" : : "g"(&value) : "memory");
 }

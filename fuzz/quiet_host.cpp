@@ -10,16 +10,16 @@ namespace {
 
 unsigned statuses = 0;
 
-class QUIET final : public UT_MSGMAN {
+class quiet_manager final : public UT_MSGMAN {
 public:
-    QUIET() { ut_msgman = this; }
+    quiet_manager() { ut_msgman = this; }
     void report(const char* /*text*/, const char* /*app*/, char* id, int /*line*/,
                 const char* /*rev*/, int /*kind*/, void* /*extra*/) override
     {
         std::free(id);
     }
 };
-QUIET quiet;
+quiet_manager quiet;
 
 } // namespace
 

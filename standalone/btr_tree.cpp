@@ -54,8 +54,8 @@ public:
     }
 
     /// Empties the tree before the hooks see what was in it, so that none finds a freed entry.
-    template <typename Visit>
-    void drain(const Visit& visit)
+    template <typename visitor>
+    void drain(const visitor& visit)
     {
         entry_set taken(ordering{tree}, node_allocator<void*>(pool));
         taken.swap(entries);

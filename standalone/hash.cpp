@@ -44,8 +44,8 @@ public:
     }
 
     /// Empties the table and then visits what was in it, so that a hook finds no freed entry.
-    template <typename Visit>
-    void drain(const Visit& visit)
+    template <typename visitor>
+    void drain(const visitor& visit)
     {
         flat_set taken(0, kept_hash{}, equality{table});
         taken.swap(entries);

@@ -30,7 +30,7 @@ void expect_slots(UT_STORE* store, const std::vector<const char*>& names)
     delete store;
 }
 
-class QuietManager final : public UT_MSGMAN {};
+class quiet_manager final : public UT_MSGMAN {};
 
 TEST(slots, of_the_hash_store)
 {
@@ -50,7 +50,7 @@ TEST(slots, of_the_tree_store)
 
 TEST(slots, report_is_the_fourteenth_of_the_message_manager)
 {
-    const QuietManager manager;
+    const quiet_manager manager;
     EXPECT_TRUE(holds(&manager, 13, "_ZN9UT_MSGMAN6reportEPKcS1_PciS1_iPv"));
 }
 

@@ -51,7 +51,7 @@ struct bdd_subject {
     std::unique_ptr<BDD_FUNC> made;
 };
 
-const OPERATION<bdd_subject> operations[] = {
+const operation<bdd_subject> operations[] = {
     [](bdd_subject& /*s*/) { bdd_oracle::own_manager(BDD_STORE_HASH, variables); },
     [](bdd_subject& /*s*/) { bdd_oracle::own_manager(BDD_STORE_TREE, variables); },
     [](bdd_subject& s) {

@@ -11,8 +11,8 @@
 #include <string>
 
 /// An operation of a subject, which has `std::string describe()`.
-template <class SUBJECT>
-using OPERATION = void (*)(SUBJECT&);
+template <class subject_type>
+using operation = void (*)(subject_type&);
 
 /// @brief Fails the allocations 1, 2, ... of each operation on a new subject until it has no more:
 /// that one, then it and all that follow. Of very many it leaves some out.
@@ -20,14 +20,14 @@ using OPERATION = void (*)(SUBJECT&);
 /// Nothing but std::bad_alloc comes out, nothing leaks, the subject is as it was, and the operation
 /// done again gives what it always gives.
 /// @param args  what a subject is made from
-template <class SUBJECT, std::size_t COUNT, class... ARGS>
-void exhaust(const OPERATION<SUBJECT> (&operations)[COUNT], ARGS... args)
+template <class subject_type, std::size_t count, class... arguments>
+void exhaust(const operation<subject_type> (&operations)[count], arguments... args)
 {
     long failures = 0;
-    for (std::size_t i = 0; i < COUNT; ++i) {
+    for (std::size_t i = 0; i < count; ++i) {
         std::string expected;
         const auto attempt = [&](long first, long last) {
-            SUBJECT subject(args...);
+            subject_type subject(args...);
             const std::string before = subject.describe();
             bool is_done = true;
             failing_heap::arm(first, last);

@@ -36,7 +36,7 @@ struct tables {
     int perm[14] = {1, 2, 0, 3, 4, 5, 6, 7, 8, 9, 13, 12, 11, 10};
 };
 
-const OPERATION<tables> operations[] = {
+const operation<tables> operations[] = {
     [](tables& s) { s.other = BOOL_TRUTH_TABLE(); },
     [](tables& s) { s.other = BOOL_TRUTH_TABLE(s.table); },
     [](tables& s) { s.other.value = TRUTH_TABLE_VAL(s.width + 2, 1); },

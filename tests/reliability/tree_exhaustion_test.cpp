@@ -49,7 +49,7 @@ struct trees {
 };
 
 /// Every operation that allocates.
-const OPERATION<trees> operations[] = {
+const operation<trees> operations[] = {
     [](trees& s) { s.made->root = new BOOL_TNODE(s.function->root); },
     [](trees& s) { s.chain->root->addsig(signal(7), 1); },
     [](trees& s) { s.function->root->subtreeforsig(signal(3), s.chain->root, 1); },

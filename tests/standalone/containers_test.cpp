@@ -26,10 +26,10 @@ std::vector<unsigned> freed;
 
 void see(const void* entry) { seen.push_back(number_of(entry)); }
 
-template <typename CONTAINER>
-class freeing : public CONTAINER {
+template <typename container>
+class freeing : public container {
 public:
-    using CONTAINER::CONTAINER;
+    using container::container;
     void del_func(void* entry) override
     {
         EXPECT_EQ(this->s_find(entry), nullptr) << "an entry that is being freed is still found";
@@ -72,11 +72,11 @@ public:
     }
 };
 
-template <typename STORE>
+template <typename store>
 class stores : public testing::Test {
 };
-using STORE_TYPES = testing::Types<hash_store, tree_store>;
-TYPED_TEST_SUITE(stores, STORE_TYPES, );
+using store_types = testing::Types<hash_store, tree_store>;
+TYPED_TEST_SUITE(stores, store_types, );
 
 /// Random additions and removals.
 void work(UT_STORE& store, std::set<unsigned>& numbers, std::deque<record>& records, unsigned range)

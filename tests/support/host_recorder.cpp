@@ -11,9 +11,9 @@ namespace {
 std::vector<std::string> statuses;
 std::vector<host_recorder::report> reports;
 
-class RECORDER final : public UT_MSGMAN {
+class recording_manager final : public UT_MSGMAN {
 public:
-    RECORDER() { ut_msgman = this; }
+    recording_manager() { ut_msgman = this; }
     void report(const char* text, const char* app, char* id, int line, const char* rev, int kind,
                 void* extra) override
     {
@@ -24,7 +24,7 @@ public:
         }
     }
 };
-RECORDER recorder;
+recording_manager recorder;
 
 } // namespace
 
