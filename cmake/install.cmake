@@ -1,8 +1,12 @@
 # What an installed copy consists of, in three components.
 include(CMakePackageConfigHelpers)
 
-# ---- library: both shared libraries and the gdb printers
-install(TARGETS basbd basbdhost EXPORT basbd-targets
+# ---- library: the shared libraries and the gdb printers
+set(libraries basbd basbdhost)
+if(TARGET basbdcells)
+  list(APPEND libraries basbdcells)
+endif()
+install(TARGETS ${libraries} EXPORT basbd-targets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT library NAMELINK_COMPONENT development)
 # gdb loads the script on its own for a library of this place and name.
 install(FILES gdb/basbd_printers.py
@@ -14,11 +18,18 @@ if(TARGET cellfn)
   file(RELATIVE_PATH libraries_from_tool /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
   set_target_properties(cellfn PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_tool}")
   install(TARGETS cellfn DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+  install(FILES README.md CHANGELOG.md TYPE DOC COMPONENT tool)
+  install(DIRECTORY docs examples/libraries TYPE DOC COMPONENT tool
+          FILES_MATCHING PATTERN "*.md" PATTERN "*.genlib" PATTERN "*.lib")
 endif()
 
 # ---- development: headers, a CMake package and a pkg-config file
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
 install(DIRECTORY i/ host/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/basbd FILES_MATCHING PATTERN "*.h")
+
+if(TARGET basbdcells)
+  install(DIRECTORY cells/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/basbd)
+endif()
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/basbd)
 install(EXPORT basbd-targets NAMESPACE basbd:: DESTINATION ${config_dir})
@@ -33,5 +44,9 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/basbdConfig.cmake
 # The installed tree may be moved: the pkg-config file finds it from its own place.
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH prefix_from_pkgconfig /prefix/${pkgconfig_dir} /prefix)
-configure_file(cmake/basbd.pc.in ${CMAKE_CURRENT_BINARY_DIR}/basbd.pc @ONLY)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/basbd.pc DESTINATION ${pkgconfig_dir})
+foreach(package basbd basbdcells)
+  if(TARGET ${package})
+    configure_file(cmake/${package}.pc.in ${CMAKE_CURRENT_BINARY_DIR}/${package}.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${package}.pc DESTINATION ${pkgconfig_dir})
+  endif()
+endforeach()

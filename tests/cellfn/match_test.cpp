@@ -1,6 +1,4 @@
-#include "column.h"
-#include "genlib.h"
-#include "matcher.h"
+#include "basbdcells/matcher.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +6,7 @@
 #include <numeric>
 #include <random>
 
-using namespace cellfn;
+using namespace basbdcells;
 
 namespace {
 
@@ -19,72 +17,78 @@ BOOL_TRUTH_TABLE from_hex(int width, const std::string& digits)
     return table;
 }
 
-std::size_t count_bindings(const BOOL_TRUTH_TABLE& cell, const BOOL_TRUTH_TABLE& target,
-                           match_options options)
+/// Complements of the best binding, -1 without one.
+int complements(const BOOL_TRUTH_TABLE& cell, const BOOL_TRUTH_TABLE& target, inverters use)
 {
-    std::size_t count = 0;
-    match_cell(matchable(cell), matchable(target), options, [&](const binding&) { ++count; });
-    return count;
+    const auto best = matcher(function_set({target}), use).best(function_set({cell}));
+    return best ? best->complements() : -1;
 }
 
 TEST(match, every_shuffled_cell_of_the_shipped_library_is_found)
 {
     std::mt19937 random(7); // fixed
-    const library source = load_library(CELLFN_LIBRARY);
+    const library source = read_library_file(CELLFN_LIBRARY);
     for (const cell& each : source.cells) {
-        const BOOL_TRUTH_TABLE function = to_table(each.function);
+        const BOOL_TRUTH_TABLE function = table_of(each.outputs.front().function);
         for (int round = 0; round < 20; ++round) {
             BOOL_TRUTH_TABLE shuffled = function;
             std::vector<int> places(static_cast<std::size_t>(function.get_width()));
             std::iota(places.begin(), places.end(), 0);
             std::shuffle(places.begin(), places.end(), random);
             shuffled.rotate_inputs(places.data());
-            EXPECT_EQ(count_bindings(function, shuffled, {true, false}), 1U) << each.name;
+            EXPECT_EQ(complements(function, shuffled, inverters::none), 0) << each.name;
+            int inverted = 0;
             for (int i = 0; i < function.get_width(); ++i) {
                 if (random() % 2 == 1) {
                     shuffled.invert_input(i);
+                    ++inverted;
                 }
             }
-            if (random() % 2 == 1) {
-                complement(shuffled);
-            }
-            EXPECT_EQ(count_bindings(function, shuffled, {false, false}), 1U) << each.name;
+            const int found = complements(function, shuffled, inverters::allowed);
+            EXPECT_TRUE(found >= 0 && found <= inverted) << each.name;
         }
     }
 }
 
-/// All functions of three inputs against all ways to bind them, tried one by one.
+/// All pairs of functions of three inputs against all ways to bind them, tried one by one.
 TEST(match, agrees_with_trying_everything)
 {
-    const auto brute_force = [](const BOOL_TRUTH_TABLE& cell, const BOOL_TRUTH_TABLE& target,
-                                bool exact) {
-        std::size_t count = 0;
+    for (unsigned seed = 1; seed < 256; seed += 5) {
+        BOOL_TRUTH_TABLE cell = from_hex(3, "00");
+        cell.value.words[0] = seed;
+        const function_set source({cell});
+        std::vector<std::vector<int>> expected(256, std::vector<int>(5)); // by complements
         std::vector<int> places{0, 1, 2};
         do {
-            for (unsigned marks = 0; marks < (exact ? 1U : 16U); ++marks) {
-                const binding each{(marks & 8U) != 0,
-                                   places,
-                                   {(marks & 1U) != 0, (marks & 2U) != 0, (marks & 4U) != 0}};
-                count += holds(each, cell, target) ? 1 : 0;
+            for (unsigned marks = 0; marks < 16; ++marks) {
+                BOOL_TRUTH_TABLE bound = cell;
+                int count = 0;
+                for (unsigned i = 0; i < 4; ++i) {
+                    if ((marks >> i & 1U) != 0) {
+                        i < 3 ? bound.invert_input(static_cast<int>(i))
+                              : void(bound.value ^= TRUTH_TABLE_VAL(3, 1));
+                        ++count;
+                    }
+                }
+                bound.rotate_inputs(places.data());
+                ++expected[bound.value.words[0]][static_cast<std::size_t>(count)];
             }
         } while (std::next_permutation(places.begin(), places.end()));
-        return count;
-    };
-    for (int seed = 1; seed < 256; seed += 5) {
-        for (int other = 0; other < 256; ++other) {
-            BOOL_TRUTH_TABLE cell(from_hex(3, "00"));
-            cell.value.words[0] = static_cast<unsigned>(seed);
+        for (unsigned other = 0; other < 256 && source.support().size() == 3; ++other) {
             BOOL_TRUTH_TABLE target = cell;
-            target.value.words[0] = static_cast<unsigned>(other);
-            if (reduced_function(cell).inputs.size() < 3 ||
-                reduced_function(target).inputs.size() < 3) {
-                continue;
-            }
-            for (const bool exact : {false, true}) {
-                const std::size_t expected = brute_force(cell, target, exact);
-                EXPECT_EQ(count_bindings(cell, target, {exact, true}), expected)
-                    << seed << ' ' << other;
-                EXPECT_EQ(count_bindings(cell, target, {exact, false}), expected > 0 ? 1U : 0U);
+            target.value.words[0] = other;
+            const auto& counts = expected[other];
+            const auto fewest =
+                std::find_if(counts.begin(), counts.end(), [](int n) { return n > 0; });
+            const int best =
+                fewest == counts.end() ? -1 : static_cast<int>(fewest - counts.begin());
+            EXPECT_EQ(complements(cell, target, inverters::allowed), best) << seed << ' ' << other;
+            EXPECT_EQ(complements(cell, target, inverters::none), best == 0 ? 0 : -1);
+            const matcher search(function_set({target}), inverters::allowed);
+            for (int count = 0; count < 5; ++count) {
+                int found = 0;
+                search.for_each(source, count, [&](const binding&) { ++found; });
+                EXPECT_EQ(found, counts[static_cast<std::size_t>(count)]) << seed << ' ' << other;
             }
         }
     }
@@ -92,10 +96,10 @@ TEST(match, agrees_with_trying_everything)
 
 TEST(match, inputs_without_effect_are_dropped)
 {
-    EXPECT_EQ(count_bindings(from_hex(2, "8"), from_hex(4, "C0C0"), {true, false}), 1U);
-    EXPECT_EQ(count_bindings(from_hex(1, "0"), from_hex(5, "00000000"), {true, true}), 1U);
-    EXPECT_EQ(count_bindings(from_hex(1, "3"), from_hex(2, "0"), {false, true}), 1U);
-    EXPECT_EQ(count_bindings(from_hex(1, "3"), from_hex(2, "0"), {true, true}), 0U);
+    EXPECT_EQ(complements(from_hex(2, "8"), from_hex(4, "C0C0"), inverters::none), 0);
+    EXPECT_EQ(complements(from_hex(1, "0"), from_hex(5, "00000000"), inverters::none), 0);
+    EXPECT_EQ(complements(from_hex(1, "3"), from_hex(2, "0"), inverters::allowed), 1);
+    EXPECT_EQ(complements(from_hex(1, "3"), from_hex(2, "0"), inverters::none), -1);
 }
 
 } // namespace

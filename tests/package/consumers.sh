@@ -32,12 +32,18 @@ for linker in bfd gold lld; do
         -DCMAKE_EXE_LINKER_FLAGS="$flags" >/dev/null
     cmake --build "$scratch/$linker" >/dev/null
     expect "$scratch/$linker/consumer"
+    expect "$scratch/$linker/cells"
 
     # shellcheck disable=SC2046,SC2086 # lists of words
     "$CXX" -std=c++17 $flags "$consumer/main.cpp" -o "$scratch/plain" \
         $(pkg-config --cflags --libs basbd) -Wl,-rpath,"$libdir"
     expect "$scratch/plain"
 done
+# shellcheck disable=SC2046 # a list of words
+${CXX:-c++} -std=c++17 "$consumer/cells.cpp" -o "$scratch/plain" \
+    $(pkg-config --cflags --libs basbdcells) -Wl,-rpath,"$libdir"
+expect "$scratch/plain"
+"$scratch/installed/bin/cellfn" list "$source/examples/libraries/small.lib" >/dev/null 2>&1
 
 cmake -G Ninja -S "$consumer/subdirectory" -B "$scratch/subdirectory" \
     -DBASBD_SOURCE_DIR="$source" >/dev/null

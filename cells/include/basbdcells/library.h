@@ -1,0 +1,87 @@
+/// @file
+/// @brief Cell libraries: what a mapper asks of them, read from genlib or Liberty.
+#pragma once
+
+#include "basbdcells/expression.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace basbdcells {
+
+/// What a file says of a cell or a pin and this library does not look into.
+struct attribute {
+    std::string name;
+    std::string value; ///< as the file has it, without quotation marks
+};
+
+/// How a signal passes a pin; genlib gives outputs and inputs, Liberty may leave it open.
+enum class pin_direction { unknown, input, output, inout, internal };
+
+/// A pin of a cell. Supply pins are none.
+struct pin {
+    std::string name;
+    pin_direction direction = pin_direction::unknown;
+    std::vector<attribute> attributes; ///< of Liberty the simple attributes, of genlib the PIN line
+};
+
+/// An output that is a function of input pins.
+struct output {
+    std::string name;
+    expression function; ///< its pins in the order in which the text names them
+    /// While it is 1 the output does not drive; without steps where the output always drives.
+    expression three_state;
+    int line = 0; ///< where its function stands
+};
+
+/// @brief A cell. One that holds state, or nothing but filling, has no `outputs`.
+struct cell {
+    std::string name;
+    std::optional<double> area;
+    std::vector<output> outputs; ///< as far as they are functions of input pins
+    std::vector<pin> pins;
+    std::vector<attribute> attributes;
+    bool dont_use = false; ///< the library advises against it
+    int line = 0;          ///< where it begins
+};
+
+/// @brief Something that whoever reads the library must know.
+struct diagnostic {
+    int line;            ///< 0 when it concerns the whole file
+    std::string message; ///< printable, on one line
+    bool is_error;       ///< something could not be read; a note otherwise
+};
+
+/// A cell library as far as it could be read.
+struct library {
+    std::vector<cell> cells; ///< in the order of the file
+    std::vector<diagnostic> diagnostics;
+    bool has_error() const; ///< whether a diagnostic is one
+};
+
+inline bool library::has_error() const
+{
+    return std::any_of(diagnostics.begin(), diagnostics.end(),
+                       [](const diagnostic& each) { return each.is_error; });
+}
+
+/// @brief Reads a library from memory, in genlib or Liberty as its first words tell.
+///
+/// What cannot be read gives a diagnostic and the rest is read on; nothing is thrown but
+/// std::bad_alloc. Time is linear in the text; memory grows with what is kept. Nothing is
+/// recursive. Of Liberty, `library`, `cell`, `pin`, `bus`, `bundle` and the names of state groups
+/// are looked into. Outputs that are no function of input pins are left out with one note for each
+/// reason, which counts the cells and names the first eight.
+/// @param text  plain
+BASBD_API library read_library(std::string_view text);
+
+/// @brief Reads a library from a file, plain or compressed by gzip, as its content tells.
+///
+/// As `read_library`; a file that cannot be read, or is damaged, is a diagnostic, too.
+/// @param path  the file; "-" is standard input
+BASBD_API library read_library_file(const std::string& path);
+
+} // namespace basbdcells

@@ -1,0 +1,264 @@
+#include "basbdcells/text.h"
+#include "commands.h"
+#include "progress.h"
+#include "sources.h"
+
+#include <algorithm>
+#include <iostream>
+#include <limits>
+#include <set>
+#include <stdexcept>
+#include <tuple>
+#include <utility>
+#include <variant>
+
+namespace cellfn {
+
+namespace {
+
+using basbdcells::binding;
+using basbdcells::candidate;
+using basbdcells::connection;
+using basbdcells::matcher;
+
+basbdcells::shared_functions read_functions(const match_request& wanted,
+                                            const std::vector<std::string>& pins)
+{
+    std::vector<basbdcells::function> all;
+    for (const std::string& text : wanted.functions) {
+        auto read = basbdcells::read_function(text, wanted.width, pins);
+        if (const auto* message = std::get_if<std::string>(&read)) {
+            throw std::runtime_error(*message);
+        }
+        all.push_back(std::get<basbdcells::function>(std::move(read)));
+    }
+    basbdcells::shared_functions shared = basbdcells::share_inputs(all);
+    if (shared.tables.empty()) {
+        throw std::runtime_error("the functions have " + std::to_string(shared.inputs.size()) +
+                                 " inputs; expected at most " +
+                                 std::to_string(basbdcells::max_inputs));
+    }
+    return shared;
+}
+
+/// What each pin carries: an input, `!` and an input, or a constant.
+value pins_of(const candidate& cell, const binding& how, const std::vector<std::string>& inputs)
+{
+    value pins = value::object();
+    for (std::size_t i = 0; i < cell.pins.size(); ++i) {
+        const connection& each = how.pins[i];
+        pins[cell.pins[i]] =
+            each.input == connection::tied
+                ? (each.constant ? "1" : "0")
+                : (each.inverted ? "!" : "") + inputs[static_cast<std::size_t>(each.input)];
+    }
+    return pins;
+}
+
+/// One text, or a list where several functions are wanted.
+value one_or_all(std::vector<std::string> texts)
+{
+    return texts.size() == 1 ? value(std::move(texts.front())) : value(std::move(texts));
+}
+
+/// Prints matches as they come: with every binding wanted there may be too many to keep.
+class match_printer {
+public:
+    match_printer(const sources& from, const selection& how, const match_request& request,
+                  const std::vector<std::string>& names,
+                  const std::vector<basbdcells::match>& found)
+        : given(from), wanted(request), inputs(names),
+          rows(std::cout, how.shown, columns_for(how, found), output_width())
+    {
+    }
+
+    void print(const candidate& cell, const binding& how)
+    {
+        std::vector<std::string> outputs;
+        std::vector<std::string> tables;
+        for (std::size_t i = 0; i < cell.outputs.size(); ++i) {
+            const basbdcells::output& each = cell.source->outputs[cell.outputs[i]];
+            outputs.push_back((how.inverted_outputs[i] ? "!" : "") + each.name);
+            tables.push_back(basbdcells::table_of(each.function).value.get_hex_string());
+        }
+        const auto cost = basbdcells::match{cell, how}.cost(wanted.inverter_area);
+        rows.add({cell.source->name, one_or_all(std::move(outputs)), area_of(*cell.source),
+                  cell.pins, one_or_all(std::move(tables)), how.complements(),
+                  cost ? value(*cost) : value(), given.file_of(cell.source),
+                  pins_of(cell, how, inputs)});
+        note_ties(cell, how);
+    }
+
+    /// Ends the table and explains what is tied.
+    void finish()
+    {
+        rows.finish();
+        if (!idle.empty()) {
+            std::cerr << "note: " << joined(idle)
+                      << " at 0: the outputs that are used do not depend on it\n";
+        }
+        if (!enabling.empty()) {
+            std::cerr << "note: " << joined(enabling)
+                      << ": tied to the value with which a three-state output drives\n";
+        }
+    }
+
+private:
+    std::vector<column> columns_for(const selection& how,
+                                    const std::vector<basbdcells::match>& found) const
+    {
+        std::size_t area_width = 4;
+        std::size_t cell_width = 4;
+        std::size_t output_width = 6;
+        for (const basbdcells::match& each : found) {
+            cell_width = std::max(cell_width, basbdcells::printable(each.cell.source->name).size());
+            area_width = std::max(area_width, text_of(area_of(*each.cell.source)).size());
+            std::size_t width = 0;
+            for (const std::size_t output : each.cell.outputs) {
+                width += basbdcells::printable(each.cell.source->outputs[output].name).size() + 2;
+            }
+            output_width = std::max(output_width, width - 1);
+        }
+        const auto cost = wanted.inverter_area > 0 ? on_terminal::whole : on_terminal::hidden;
+        const auto library = how.files.size() > 1 ? on_terminal::second : on_terminal::hidden;
+        return {{"cell", on_terminal::whole, cell_width},
+                {"output", on_terminal::whole, output_width},
+                {"area", on_terminal::whole, area_width},
+                {"inputs", on_terminal::hidden},
+                {"column", on_terminal::hidden},
+                {"complements", on_terminal::hidden},
+                {"cost", cost, area_width},
+                {"library", library},
+                {"pins", on_terminal::wrapped}};
+    }
+
+    void note_ties(const candidate& cell, const binding& how)
+    {
+        std::set<std::string> names; // of the pins that let the outputs drive
+        for (const std::size_t output : cell.outputs) {
+            const auto& pins = cell.source->outputs[output].three_state.pins;
+            names.insert(pins.begin(), pins.end());
+        }
+        for (std::size_t i = 0; i < cell.pins.size(); ++i) {
+            std::vector<std::string>& told = names.count(cell.pins[i]) > 0 ? enabling : idle;
+            const std::string name = basbdcells::printable(cell.pins[i]);
+            if (how.pins[i].input == connection::tied &&
+                std::find(told.begin(), told.end(), name) == told.end()) {
+                told.push_back(name);
+            }
+        }
+    }
+
+    const sources& given;
+    const match_request& wanted;
+    const std::vector<std::string>& inputs;
+    table rows;
+    std::vector<std::string> idle;     ///< tied pins without effect
+    std::vector<std::string> enabling; ///< tied pins of three-state outputs
+};
+
+/// Every binding, in the order of cost, complements and name.
+void print_all(const std::vector<basbdcells::match>& found, const matcher& search,
+               const match_request& wanted, match_printer& printer)
+{
+    struct step {
+        double cost;
+        int complements;
+        const basbdcells::match* of;
+    };
+    std::vector<step> steps; // the matches are in order of cost already, and then of name
+    for (const basbdcells::match& each : found) {
+        const double area =
+            each.cell.source->area.value_or(std::numeric_limits<double>::infinity());
+        for (int count = each.connections.complements();
+             count <= search.most_complements(each.cell.functions); ++count) {
+            steps.push_back({area + wanted.inverter_area * count, count, &each});
+        }
+    }
+    std::stable_sort(steps.begin(), steps.end(), [](const step& left, const step& right) {
+        return std::tie(left.cost, left.complements, left.of->cell.source->name) <
+               std::tie(right.cost, right.complements, right.of->cell.source->name);
+    });
+    for (const step& each : steps) {
+        search.for_each(each.of->cell.functions, each.complements, [&](binding how) {
+            basbdcells::tie_the_rest(each.of->cell, how);
+            printer.print(each.of->cell, how);
+        });
+    }
+}
+
+std::size_t count_cells(const std::vector<basbdcells::match>& found)
+{
+    std::set<const basbdcells::cell*> cells;
+    for (const basbdcells::match& each : found) {
+        cells.insert(each.cell.source);
+    }
+    return cells.size();
+}
+
+void print_unused_inputs(const basbdcells::function_set& wanted,
+                         const std::vector<std::string>& inputs)
+{
+    std::string unused;
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        const std::vector<int>& support = wanted.support();
+        if (std::find(support.begin(), support.end(), static_cast<int>(i)) == support.end()) {
+            unused += ' ' + basbdcells::printable(inputs[i]);
+        }
+    }
+    if (!unused.empty()) {
+        std::cerr << "note: inputs without effect on what is wanted:" << unused << '\n';
+    }
+}
+
+} // namespace
+
+int match(const selection& from, const match_request& wanted)
+{
+    const sources given(from, sources::advice::followed);
+    const bool has_error = given.print_diagnostics();
+    if (given.is_unreadable()) {
+        return exit_trouble;
+    }
+    const basbdcells::shared_functions functions = read_functions(wanted, given.pins());
+    const basbdcells::function_set target(functions.tables);
+    const matcher search(target, wanted.inverters);
+    std::vector<basbdcells::match> found;
+    {
+        progress shown("cells", given.cells().size());
+        for (const sources::entry& each : given.cells()) {
+            shown.begin_item();
+            for (basbdcells::match& one : search.matches_of(*each.cell)) {
+                found.push_back(std::move(one));
+            }
+        }
+    }
+    if (found.empty()) {
+        const std::string text = joined(wanted.functions);
+        const std::string what =
+            wanted.inverters == basbdcells::inverters::none ? " without complements" : "";
+        std::cerr << "cellfn: no cell of " << given.names() << " implements "
+                  << basbdcells::quoted(text) << what << '\n';
+        if (from.shown == format::json) {
+            std::cout << "[]\n";
+        }
+        return has_error ? exit_trouble : exit_no_match;
+    }
+    basbdcells::sort_matches(found, wanted.inverter_area);
+    match_printer printer(given, from, wanted, functions.inputs, found);
+    if (wanted.all) {
+        print_all(found, search, wanted, printer);
+    } else {
+        for (const basbdcells::match& each : found) {
+            printer.print(each.cell, each.connections);
+        }
+    }
+    printer.finish();
+    if (from.shown == format::aligned) {
+        std::cout << count_cells(found) << " of " << given.cells().size() << " cells\n";
+    }
+    print_unused_inputs(target, functions.inputs);
+    return has_error ? exit_trouble : exit_success;
+}
+
+} // namespace cellfn
