@@ -13,7 +13,7 @@ namespace {
 
 TECHMAP_SIG signals[20];
 
-using FUNCTIONS = std::vector<std::unique_ptr<BOOL_FUNC>>;
+using function_list = std::vector<std::unique_ptr<BOOL_FUNC>>;
 
 constexpr int most_signals = 20;
 
@@ -27,9 +27,9 @@ void add_signals(BOOL_FUNC& function, int count)
 BOOL_FUNCTYPE type_of(int count) { return static_cast<BOOL_FUNCTYPE>(count % 3); }
 
 /// Functions of 2 to 20 signals, built signal by signal.
-FUNCTIONS build_functions()
+function_list build_functions()
 {
-    FUNCTIONS functions;
+    function_list functions;
     for (int count = 2; count <= most_signals; ++count) {
         functions.push_back(std::make_unique<BOOL_FUNC>(type_of(count), nullptr, BOOL_VAR_A));
         add_signals(*functions.back(), count);
@@ -49,9 +49,9 @@ int count_nodes(const BOOL_TNODE* node)
 }
 
 /// Takes and returns the blocks of each function's nodes, function by function.
-class FLOOR {
+class malloc_floor {
 public:
-    explicit FLOOR(const FUNCTIONS& functions)
+    explicit malloc_floor(const function_list& functions)
     {
         for (const auto& function : functions) {
             counts.push_back(count_nodes(function->root));
@@ -76,7 +76,7 @@ private:
 };
 
 /// A writer like the library's that asks for the text's length on entry to every node.
-class SLOW_WRITER {
+class slow_writer {
 public:
     char* write(const BOOL_FUNC& function)
     {
@@ -152,7 +152,7 @@ void compare_writers(const char* name, int leaves)
     std::mt19937 random(7);
     BOOL_FUNC function;
     function.root = random_tree(random, leaves);
-    SLOW_WRITER slow;
+    slow_writer slow;
     const std::unique_ptr<char[]> text(function.writeeqn());
     const std::unique_ptr<char[]> same_text(slow.write(function));
     if (std::strcmp(text.get(), same_text.get()) != 0) {
@@ -166,12 +166,12 @@ void compare_writers(const char* name, int leaves)
 }
 
 /// The time to free copies of the functions against the floor, in the same round.
-double free_ratio(const FUNCTIONS& functions, const FLOOR& floor)
+double free_ratio(const function_list& functions, const malloc_floor& floor)
 {
     constexpr int batch = 200;
     std::vector<double> ratios;
     for (int round = 0; round < 31; ++round) {
-        FUNCTIONS copies;
+        function_list copies;
         for (int i = 0; i < batch; ++i) {
             for (const auto& function : functions) {
                 copies.push_back(std::make_unique<BOOL_FUNC>(function.get()));
@@ -194,8 +194,8 @@ double free_ratio(const FUNCTIONS& functions, const FLOOR& floor)
 
 int main()
 {
-    const FUNCTIONS functions = build_functions();
-    const FLOOR floor(functions);
+    const function_list functions = build_functions();
+    const malloc_floor floor(functions);
     const auto row = [&](const char* name, double goal, auto edit) {
         const auto work = [&] {
             for (const auto& function : functions) {

@@ -76,9 +76,9 @@ enum BOOL_OP : signed char {
 ///
 /// Trees may share subtrees. Walks take neither call stack nor memory, whatever the depth: on their
 /// way down they lend out the nodes' own pointers, so nothing else may look at a tree during a
-/// call. Only `subtreeforsig`, which keeps a pointer for each copy until all are made, texts and
-/// `treetobdd` take memory besides nodes. An operation visits a node once for every path that leads
-/// to it, unless it says otherwise. Its cost is linear in the visits.
+/// call. Memory besides nodes is taken by `subtreeforsig`, for a pointer to each copy until all are
+/// made, by texts, by `treetobdd`, and by many waiting reports. An operation visits a node once for
+/// every path that leads to it, unless it says otherwise. Its cost is linear in the visits.
 ///
 /// Reports are internal errors "4:11" with the line given here. They go out once the operation is
 /// done, in the order of the walk, so a message manager that receives one may look at any tree and

@@ -23,8 +23,8 @@ std::size_t eqnbuffersize = first_size;
 /// are taken over for the time being, so that the compiler keeps them in registers.
 class growing_text {
 public:
-    growing_text(char*& buffer_, char*& end_)
-        : buffer(buffer_), end(end_), start(buffer_), cur(end_), limit(buffer_ + eqnbuffersize)
+    growing_text(char*& text, char*& text_end)
+        : buffer(text), end(text_end), start(text), cur(text_end), limit(text + eqnbuffersize)
     {
     }
     growing_text(const growing_text&) = delete;

@@ -66,7 +66,7 @@ public:
 private:
     BOOL_TNODE* copied_fields(const BOOL_TNODE& src, BOOL_TNODE* left)
     {
-        const unsigned short usage = src.usage;
+        const unsigned short usage = src.usage; // read before the constructor writes a 0
         auto* const copy = ::new (pool.getnewptr())
             BOOL_TNODE(static_cast<char>(src.op), left, src.lcompl, nullptr, src.rcompl);
         copy->usage = usage;
@@ -139,20 +139,21 @@ void delete_node(BOOL_TNODE* node) noexcept { BOOL_TNODE::fstmem->free(node); }
 
 using namespace basbdbool;
 
-BOOL_TNODE::BOOL_TNODE(char op_, BOOL_TNODE* left_, unsigned char lcompl_, BOOL_TNODE* right_,
-                       unsigned char rcompl_)
-    : op(op_), usage(0), lcompl(lcompl_ & 1U), rcompl(rcompl_ & 1U), left(left_), right(right_)
+BOOL_TNODE::BOOL_TNODE(char code, BOOL_TNODE* first, unsigned char first_flag, BOOL_TNODE* second,
+                       unsigned char second_flag)
+    : op(code), usage(0), lcompl(first_flag & 1U), rcompl(second_flag & 1U), left(first),
+      right(second)
 {
 }
 
 BOOL_TNODE::BOOL_TNODE() : BOOL_TNODE(BOOL_OP_AND, nullptr, 0, nullptr, 0) {}
 
-BOOL_TNODE::BOOL_TNODE(char op_) : BOOL_TNODE(op_, nullptr, 0, nullptr, 0) {}
+BOOL_TNODE::BOOL_TNODE(char code) : BOOL_TNODE(code, nullptr, 0, nullptr, 0) {}
 
-BOOL_TNODE::BOOL_TNODE(char op_, BOOL_TNODE* left_) : BOOL_TNODE(op_, left_, 0, nullptr, 0) {}
+BOOL_TNODE::BOOL_TNODE(char code, BOOL_TNODE* first) : BOOL_TNODE(code, first, 0, nullptr, 0) {}
 
-BOOL_TNODE::BOOL_TNODE(char op_, TECHMAP_SIG* sig)
-    : BOOL_TNODE(op_, reinterpret_cast<BOOL_TNODE*>(sig), 0, nullptr, 0)
+BOOL_TNODE::BOOL_TNODE(char code, TECHMAP_SIG* sig)
+    : BOOL_TNODE(code, reinterpret_cast<BOOL_TNODE*>(sig), 0, nullptr, 0)
 {
 }
 

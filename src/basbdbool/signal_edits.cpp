@@ -205,7 +205,7 @@ void BOOL_TNODE::complsigintree(TECHMAP_SIG* sig)
             reports.add(report_site::complement_no_left);
             return step::past;
         }
-        if (node.left != nullptr && is_leaf_of(*node.left, sig)) {
+        if (is_leaf_of(*node.left, sig)) {
             toggle(node.lcompl);
         }
         if (node.right != nullptr && is_leaf_of(*node.right, sig)) {

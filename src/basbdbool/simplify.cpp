@@ -259,4 +259,4 @@ void BOOL_TNODE::pushbubblestoleaves(unsigned char iscompl)
     reports.send();
 }
 
-bool BOOL_TNODE::issubtreepure(char op_) { return is_pure(this, op_); }
+bool BOOL_TNODE::issubtreepure(char code) { return is_pure(this, code); }

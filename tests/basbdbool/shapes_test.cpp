@@ -10,12 +10,12 @@ using tree_oracle::shape;
 
 namespace {
 
-template <typename T, typename = decltype(new T[1])>
+template <typename record, typename = decltype(new record[1])>
 constexpr bool comes_in_arrays(int)
 {
     return true;
 }
-template <typename T>
+template <typename record>
 constexpr bool comes_in_arrays(...)
 {
     return false;
@@ -77,17 +77,17 @@ void wrap_with_odd_flags(BOOL_FUNC& f)
     EXPECT_EQ(f.root->usage, 0);
 }
 
-template <int SIZE>
+template <int size>
 void break_off(BOOL_FUNC& f)
 {
     constexpr const char* parts[] = {"none", "d 1", "*(~c,d) 2", "none"};
     BOOL_TNODE* operand = f.root;
-    while (!basbd_is_leaf(*operand) && operand->countleaves() != SIZE) {
+    while (!basbd_is_leaf(*operand) && operand->countleaves() != size) {
         operand = operand->right;
     }
-    const std::unique_ptr<BOOL_FUNC> part(f.breakfunc(SIZE));
+    const std::unique_ptr<BOOL_FUNC> part(f.breakfunc(size));
     EXPECT_TRUE(part == nullptr || part->root == operand);
-    EXPECT_EQ(part ? shape(*part) + ' ' + std::to_string(part->nsuppt) : "none", parts[SIZE]);
+    EXPECT_EQ(part ? shape(*part) + ' ' + std::to_string(part->nsuppt) : "none", parts[size]);
 }
 
 const edit_row rows[] = {
