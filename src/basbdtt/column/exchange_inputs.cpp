@@ -15,41 +15,34 @@ using namespace basbdtt;
 BASBDTT_CLONES void cross_blocks(std::uint32_t* words, std::size_t size, int low, int high)
 {
     const std::size_t block = block_words(high);
+    const std::uint64_t mask = ~pair_projection_mask[index(low)];
+    const int shift = 1 << low;
     with_group(block, [=](auto kind) {
-        with_pair_input(low, [=](auto constant_low) {
-            using group_type = typename decltype(kind)::type;
-            for (std::size_t start = 0; start < size; start += 2 * block) {
-                for (std::size_t i = start; i < start + block; i += group_words<group_type>) {
-                    group_type lower;
-                    group_type upper;
-                    load_group(lower, words + i);
-                    load_group(upper, words + i + block);
-                    cross(lower, upper, ~pair_projection_mask[constant_low], 1 << constant_low);
-                    store_group(words + i, lower);
-                    store_group(words + i + block, upper);
-                }
+        using group_type = typename decltype(kind)::type;
+        for (std::size_t start = 0; start < size; start += 2 * block) {
+            for (std::size_t i = start; i < start + block; i += group_words<group_type>) {
+                group_type lower;
+                group_type upper;
+                load_group(lower, words + i);
+                load_group(upper, words + i + block);
+                cross(lower, upper, mask, shift);
+                store_group(words + i, lower);
+                store_group(words + i + block, upper);
             }
-        });
+        }
     });
 }
 
-/// low < high < pair_inputs
-BASBDTT_CLONES void exchange_in_pairs(std::uint32_t* words, std::size_t size, int low, int high)
+/// Both inputs select a bit inside a pair.
+BASBDTT_CLONES void exchange_in_pairs(std::uint32_t* words, std::size_t size, pair_exchange inputs)
 {
     with_group(size, [=](auto kind) {
-        with_pair_input(low, [=](auto constant_low) {
-            with_pair_input(high, [=](auto constant_high) {
-                if constexpr (constant_low < constant_high) {
-                    constexpr pair_exchange inputs = exchange_in_pair(constant_low, constant_high);
-                    typename decltype(kind)::type group;
-                    for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
-                        load_group(group, words + i);
-                        delta_swap(group, inputs.mask, inputs.shift);
-                        store_group(words + i, group);
-                    }
-                }
-            });
-        });
+        typename decltype(kind)::type group;
+        for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
+            load_group(group, words + i);
+            delta_swap(group, inputs.mask, inputs.shift);
+            store_group(words + i, group);
+        }
     });
 }
 
@@ -92,7 +85,7 @@ void BOOL_TRUTH_TABLE::rotate_inputs(int i0, int i1)
     } else if (high >= pair_inputs) {
         cross_blocks(words, size, low, high);
     } else if (width > pair_inputs) {
-        exchange_in_pairs(words, size, low, high);
+        exchange_in_pairs(words, size, exchange_in_pair(low, high));
     } else {
         const auto [mask, shift] = exchange_in_pair(low, high);
         std::uint64_t column = load_narrow(words, width);

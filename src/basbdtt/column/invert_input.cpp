@@ -17,17 +17,16 @@ void invert(group_type& group, std::uint64_t mask, int shift)
     group = ((group & mask) >> shift) | ((group << shift) & mask);
 }
 
-BASBDTT_CLONES void invert_in_pairs(std::uint32_t* words, std::size_t size, int input)
+BASBDTT_CLONES void invert_in_pairs(std::uint32_t* words, std::size_t size, std::uint64_t mask,
+                                    int shift)
 {
     with_group(size, [=](auto kind) {
-        with_pair_input(input, [=](auto constant) {
-            typename decltype(kind)::type group;
-            for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
-                load_group(group, words + i);
-                invert(group, pair_projection_mask[constant], 1 << constant);
-                store_group(words + i, group);
-            }
-        });
+        typename decltype(kind)::type group;
+        for (std::size_t i = 0; i < size; i += group_words<decltype(group)>) {
+            load_group(group, words + i);
+            invert(group, mask, shift);
+            store_group(words + i, group);
+        }
     });
 }
 
@@ -53,11 +52,13 @@ void BOOL_TRUTH_TABLE::invert_input(int input)
         swap_neighbours(words, value.words.size(), block_words(input));
         return;
     }
+    const std::uint64_t mask = pair_projection_mask[static_cast<std::size_t>(input)];
+    const int shift = 1 << input;
     if (width > pair_inputs) {
-        invert_in_pairs(words, value.words.size(), input);
+        invert_in_pairs(words, value.words.size(), mask, shift);
         return;
     }
     std::uint64_t column = load_narrow(words, width);
-    invert(column, pair_projection_mask[static_cast<std::size_t>(input)], 1 << input);
+    invert(column, mask, shift);
     store_narrow(words, width, column);
 }
