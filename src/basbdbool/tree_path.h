@@ -92,10 +92,9 @@ inline bool walk(BOOL_TNODE* start, first_function first, second_function second
     constexpr branch last = first_side == branch::left ? branch::right : branch::left;
     tree_path path(start);
     for (;;) {
-        step next = first(*path.node());
-        while (next == step::below) {
+        step next = step::stop;
+        while ((next = first(*path.node())) == step::below) { // called here only, to be inlined
             path.descend(first_side);
-            next = first(*path.node());
         }
         while (next != step::stop && (next = second(*path.node())) == step::past) {
             branch side = last;
