@@ -1,5 +1,4 @@
-/// @file
-/// @brief The two Shannon cofactors for an input.
+// The two Shannon cofactors for an input.
 #include "basbdtt/column/bit_positions.h"
 #include "basbdtt/column/canonical.h"
 #include "basbdtt/column/function_clones.h"

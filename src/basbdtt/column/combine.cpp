@@ -1,5 +1,4 @@
-/// @file
-/// @brief The operators that combine and compare two columns word by word.
+// The operators that combine and compare two columns word by word.
 #include "basbdtt/column/bit_positions.h"
 #include "basbdtt/column/canonical.h"
 #include "basbdtt/column/function_clones.h"

@@ -1,5 +1,4 @@
-/// @file
-/// @brief The hexadecimal text of a column, in both directions.
+// The hexadecimal text of a column, in both directions.
 #include "basbdtt/column/bit_positions.h"
 #include "basbdtt/column/function_clones.h"
 #include "ut_text.h"

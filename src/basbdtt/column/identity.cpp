@@ -1,5 +1,4 @@
-/// @file
-/// @brief The projection onto one input: the test for it and its column.
+// The projection onto one input: the test for it and its column.
 #include "basbdtt/column/bit_positions.h"
 #include "basbdtt/column/canonical.h"
 #include "basbdtt/column/word_groups.h"

@@ -1,6 +1,5 @@
-/// @file
-/// @brief The complement of one input: both halves of the column that the input selects change
-/// places.
+// The complement of one input: both halves of the column that the input selects change
+// places.
 #include "basbdtt/column/bit_positions.h"
 #include "basbdtt/column/canonical.h"
 #include "basbdtt/column/function_clones.h"

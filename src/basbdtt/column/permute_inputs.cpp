@@ -1,5 +1,4 @@
-/// @file
-/// @brief The permutation of all inputs.
+// The permutation of all inputs.
 #include "basbdtt/column/canonical.h"
 #include "basbdtt/column/function_clones.h"
 #include "basbdtt/column/input_exchange.h"

@@ -1,5 +1,4 @@
-/// @file
-/// @brief The empty table.
+// The empty table.
 #include "basbdtt.h"
 
 #include <cstddef>

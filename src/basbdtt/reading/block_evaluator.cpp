@@ -1,5 +1,4 @@
-/// @file
-/// @brief The joins of blocks, and the steps that call for them.
+// The joins of blocks, and the steps that call for them.
 #include "basbdtt/reading/block_evaluator.h"
 
 #include "basbdtt/column/function_clones.h"

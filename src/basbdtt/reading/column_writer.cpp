@@ -1,5 +1,4 @@
-/// @file
-/// @brief Writes the column of an equation's program, block by block.
+// Writes the column of an equation's program, block by block.
 #include "basbdtt/reading/column_writer.h"
 
 #include "basbdtt/reading/block_evaluator.h"

@@ -1,5 +1,4 @@
-/// @file
-/// @brief Cuts the operands of an element out of an equation's text.
+// Cuts the operands of an element out of an equation's text.
 #include "basbdtt.h"
 
 #include <algorithm>

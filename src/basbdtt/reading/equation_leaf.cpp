@@ -1,5 +1,4 @@
-/// @file
-/// @brief The joins of leaves: the cases whose result is a leaf again.
+// The joins of leaves: the cases whose result is a leaf again.
 #include "basbdtt/reading/equation_leaf.h"
 
 #include "basbdtt/column/bit_positions.h"

@@ -1,5 +1,4 @@
-/// @file
-/// @brief The algebra of an equation's values.
+// The algebra of an equation's values.
 #include "basbdtt/reading/equation_program.h"
 
 #include <algorithm>

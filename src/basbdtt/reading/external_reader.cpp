@@ -1,5 +1,4 @@
-/// @file
-/// @brief The external equation: letters, juxtaposition for AND, blank operands for 1.
+// The external equation: letters, juxtaposition for AND, blank operands for 1.
 #include "basbdtt.h"
 #include "basbdtt/reading/equation_reader.h"
 

@@ -1,5 +1,4 @@
-/// @file
-/// @brief The internal equation: `F0=` in front, inputs as `B` and a number, no blank operands.
+// The internal equation: `F0=` in front, inputs as `B` and a number, no blank operands.
 #include "basbdtt.h"
 #include "basbdtt/reading/equation_reader.h"
 

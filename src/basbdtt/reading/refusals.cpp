@@ -1,5 +1,4 @@
-/// @file
-/// @brief The messages about equations that are refused.
+// The messages about equations that are refused.
 #include "basbdtt/reading/equation_reader.h"
 
 #include "ut_text.h"

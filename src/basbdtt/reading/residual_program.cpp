@@ -1,5 +1,4 @@
-/// @file
-/// @brief Fixes inputs in the program of an equation.
+// Fixes inputs in the program of an equation.
 #include "basbdtt/reading/residual_program.h"
 
 #include <algorithm>

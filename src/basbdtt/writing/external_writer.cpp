@@ -1,5 +1,4 @@
-/// @file
-/// @brief The external equation as text: every token but "!" and "(" ends in a blank.
+// The external equation as text: every token but "!" and "(" ends in a blank.
 #include "basbdtt.h"
 #include "basbdtt/writing/equation_writer.h"
 

@@ -1,5 +1,4 @@
-/// @file
-/// @brief The internal equation as text: no blanks, and an exclusive OR for complementary halves.
+// The internal equation as text: no blanks, and an exclusive OR for complementary halves.
 #include "basbdtt.h"
 #include "basbdtt/writing/equation_writer.h"
 
