@@ -1,12 +1,11 @@
-/// @file
-/// @brief The BDD engine against BuDDy: same circuits, same variable order, no reordering.
-///
-/// The operation under test is the if-then-else, so the partner of the builds is `bdd_ite`; rows
-/// with "apply" set the same builds against BuDDy's operators of two operands.
-///
-/// Builds are timed from before the manager is made until after it is destroyed, for that is what
-/// the user of a function waits for; rows with "work alone" leave both out. Cofactors and composes
-/// are timed alone. The model counts of all contenders are compared before the timing.
+// The BDD engine against BuDDy: same circuits, same variable order, no reordering.
+//
+// The operation under test is the if-then-else, so the partner of the builds is `bdd_ite`; rows
+// with "apply" set the same builds against BuDDy's operators of two operands.
+//
+// Builds are timed from before the manager is made until after it is destroyed, for that is what
+// the user of a function waits for; rows with "work alone" leave both out. Cofactors and composes
+// are timed alone. The model counts of all contenders are compared before the timing.
 #include "bdd_engines.h"
 #include "circuits.h"
 

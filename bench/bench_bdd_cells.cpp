@@ -1,8 +1,7 @@
-/// @file
-/// @brief BDDs of cells against BuDDy, the memory of a node, and one thread against two.
-///
-/// Cells are timed from before the manager is made until after it is destroyed. The model counts
-/// of all contenders are compared before the timing.
+// BDDs of cells against BuDDy, the memory of a node, and one thread against two.
+//
+// Cells are timed from before the manager is made until after it is destroyed. The model counts
+// of all contenders are compared before the timing.
 #include "bdd_engines.h"
 #include "circuits.h"
 

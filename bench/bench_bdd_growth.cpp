@@ -1,8 +1,7 @@
-/// @file
-/// @brief Builds of ten thousand to two million nodes against BuDDy, whose tables are made large
-/// enough beforehand: time and peak memory for each node that basbd has at the end.
-///
-/// Each build runs in a process of its own, of which the system tells the most memory.
+// Builds of ten thousand to two million nodes against BuDDy, whose tables are made large
+// enough beforehand: time and peak memory for each node that basbd has at the end.
+//
+// Each build runs in a process of its own, of which the system tells the most memory.
 #include "bdd_engines.h"
 #include "circuits.h"
 

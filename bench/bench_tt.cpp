@@ -80,8 +80,8 @@ struct column_floor {
     }
     void read() { keep(std::memchr(source.data(), 0x12, bytes)); }
     /// A new block of the given share of the column, filled by `fill`.
-    template <typename Fill>
-    void allocated(std::size_t size, Fill fill)
+    template <typename filler>
+    void allocated(std::size_t size, filler fill)
     {
         void* block = std::malloc(size);
         fill(block, size);
@@ -93,9 +93,9 @@ struct column_floor {
     std::size_t bytes;
 };
 
-template <typename Operation>
+template <typename operation_type>
 [[gnu::noinline]] void plain_loop(std::uint32_t* __restrict own, const std::uint32_t* __restrict b,
-                                  std::size_t size, Operation operation)
+                                  std::size_t size, operation_type operation)
 {
     for (std::size_t i = 0; i < size; ++i) {
         own[i] = operation(own[i], b[i]);
