@@ -18,9 +18,9 @@ bool entry(const BOOL_TRUTH_TABLE& table, std::size_t x)
 }
 
 /// Expects a table of `width` inputs whose entry x is entry source(x) of `old`.
-template <typename SOURCE>
+template <typename source_type>
 void expect_gathered(const BOOL_TRUTH_TABLE& got, const BOOL_TRUTH_TABLE& old, int width,
-                     SOURCE source)
+                     source_type source)
 {
     std::vector<std::uint32_t> words(((std::size_t{1} << width) + 31) / 32);
     for (std::size_t x = 0; x < std::size_t{1} << width; ++x) {

@@ -36,8 +36,9 @@ struct expression {
 /// @brief Runs an expression that has steps. `operand(step)` makes the value of a pin or a
 /// constant, `complement(value)` and `combine(kind, left, right)` change `value` or `left` in
 /// place.
-template <class Operand, class Complement, class Combine>
-auto evaluate(const expression& source, Operand operand, Complement complement, Combine combine)
+template <typename operand_maker, typename complement_maker, typename combiner>
+auto evaluate(const expression& source, operand_maker operand, complement_maker complement,
+              combiner combine)
 {
     std::vector<decltype(operand(step{}))> stack;
     for (const step& each : source.steps) {
