@@ -83,7 +83,7 @@ struct function_pair {
 
 class editor {
 public:
-    editor(FUZZ_INPUT bytes, BDD_STORE_METHOD method)
+    editor(fuzz_input bytes, BDD_STORE_METHOD method)
         : input(bytes), manager(method, signals, all_signals().data())
     {
         for (function_pair& each : functions) {
@@ -272,7 +272,7 @@ private:
         }
     }
 
-    FUZZ_INPUT input;
+    fuzz_input input;
     const char* last_edit = "the start";
     BDD_MANAGER manager;
     std::array<function_pair, 2> functions;

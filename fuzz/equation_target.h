@@ -41,7 +41,7 @@ inline bool define(BOOL_TRUTH_TABLE& table, bool external, int width, const std:
     }
 }
 
-inline void run(bool external, FUZZ_INPUT input)
+inline void run(bool external, fuzz_input input)
 {
     const int width = static_cast<int>(1 + input.below(widest));
     const std::string text = input.rest();

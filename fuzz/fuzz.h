@@ -18,16 +18,16 @@ inline void check(bool holds, const char* what)
 }
 
 /// The bytes of one run, taken one at a time; zeros when they are used up.
-class FUZZ_INPUT {
+class fuzz_input {
 public:
-    FUZZ_INPUT(const std::uint8_t* data, std::size_t size) : next_(data), end_(data + size) {}
+    fuzz_input(const std::uint8_t* data, std::size_t size) : next(data), limit(data + size) {}
 
-    bool empty() const { return next_ == end_; }
-    unsigned byte() { return empty() ? 0U : *next_++; }
+    bool empty() const { return next == limit; }
+    unsigned byte() { return empty() ? 0U : *next++; }
     unsigned below(unsigned bound) { return byte() % bound; }
-    std::string rest() const { return {next_, end_}; }
+    std::string rest() const { return {next, limit}; }
 
 private:
-    const std::uint8_t* next_;
-    const std::uint8_t* end_;
+    const std::uint8_t* next;
+    const std::uint8_t* limit;
 };

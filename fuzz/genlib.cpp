@@ -7,7 +7,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     constexpr std::size_t most_pins = 8;
-    const basbdcells::library source = basbdcells::read_library(FUZZ_INPUT(data, size).rest());
+    const basbdcells::library source = basbdcells::read_library(fuzz_input(data, size).rest());
     for (const basbdcells::cell& each : source.cells) {
         for (const basbdcells::output& drives : each.outputs) {
             if (drives.function.pins.size() <= most_pins) {

@@ -38,7 +38,7 @@ bool define(std::vector<std::uint32_t>& words, int width, const std::string& tex
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    FUZZ_INPUT input(data, size);
+    fuzz_input input(data, size);
     const int width = static_cast<int>(input.below(10));
     const std::string text = input.rest();
     TRUTH_TABLE_VAL value(7, 1);

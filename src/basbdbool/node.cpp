@@ -139,21 +139,24 @@ void delete_node(BOOL_TNODE* node) noexcept { BOOL_TNODE::fstmem->free(node); }
 
 using namespace basbdbool;
 
-BOOL_TNODE::BOOL_TNODE(char code, BOOL_TNODE* first, unsigned char first_flag, BOOL_TNODE* second,
-                       unsigned char second_flag)
-    : op(code), usage(0), lcompl(first_flag & 1U), rcompl(second_flag & 1U), left(first),
-      right(second)
+BOOL_TNODE::BOOL_TNODE(char op_code, BOOL_TNODE* left_child, unsigned char lcompl_flag,
+                       BOOL_TNODE* right_child, unsigned char rcompl_flag)
+    : op(op_code), usage(0), lcompl(lcompl_flag & 1U), rcompl(rcompl_flag & 1U), left(left_child),
+      right(right_child)
 {
 }
 
 BOOL_TNODE::BOOL_TNODE() : BOOL_TNODE(BOOL_OP_AND, nullptr, 0, nullptr, 0) {}
 
-BOOL_TNODE::BOOL_TNODE(char code) : BOOL_TNODE(code, nullptr, 0, nullptr, 0) {}
+BOOL_TNODE::BOOL_TNODE(char op_code) : BOOL_TNODE(op_code, nullptr, 0, nullptr, 0) {}
 
-BOOL_TNODE::BOOL_TNODE(char code, BOOL_TNODE* first) : BOOL_TNODE(code, first, 0, nullptr, 0) {}
+BOOL_TNODE::BOOL_TNODE(char op_code, BOOL_TNODE* left_child)
+    : BOOL_TNODE(op_code, left_child, 0, nullptr, 0)
+{
+}
 
-BOOL_TNODE::BOOL_TNODE(char code, TECHMAP_SIG* sig)
-    : BOOL_TNODE(code, reinterpret_cast<BOOL_TNODE*>(sig), 0, nullptr, 0)
+BOOL_TNODE::BOOL_TNODE(char op_code, TECHMAP_SIG* sig)
+    : BOOL_TNODE(op_code, reinterpret_cast<BOOL_TNODE*>(sig), 0, nullptr, 0)
 {
 }
 

@@ -259,4 +259,4 @@ void BOOL_TNODE::pushbubblestoleaves(unsigned char iscompl)
     reports.send();
 }
 
-bool BOOL_TNODE::issubtreepure(char code) { return is_pure(this, code); }
+bool BOOL_TNODE::issubtreepure(char op_code) { return is_pure(this, op_code); }
