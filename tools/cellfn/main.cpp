@@ -3,11 +3,14 @@
 
 #include <CLI/CLI.hpp>
 
+#include <charconv>
 #include <exception>
 #include <iostream>
+#include <limits>
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -41,6 +44,28 @@ struct arguments {
         return is_exact ? basbdcells::inverters::none : basbdcells::inverters::allowed;
     }
 };
+
+/// A check with our own message: the parser's differ from release to release.
+template <class predicate>
+CLI::Validator expected(const std::string& what, predicate is_right)
+{
+    const auto check = [what, is_right](const std::string& text) {
+        return is_right(text) ? "" : "expected " + what + " instead of " + basbdcells::quoted(text);
+    };
+    return {check, ""};
+}
+
+/// A number of these limits, and nothing behind it.
+template <class number>
+CLI::Validator expected_number(const std::string& what, number least, number most)
+{
+    return expected(what, [least, most](const std::string& text) {
+        number value{};
+        const char* const stop = text.data() + text.size();
+        const auto [end, error] = std::from_chars(text.data(), stop, value);
+        return error == std::errc() && end == stop && value >= least && value <= most;
+    });
+}
 
 void add_format(CLI::App& command, arguments& given)
 {
@@ -86,7 +111,8 @@ void add_exact(CLI::App& command, arguments& given)
 void add_width(CLI::App& command, arguments& given)
 {
     command.add_option("--width", given.wanted.width, "Number of inputs of FUNCTION")
-        ->check(CLI::Range(1, static_cast<int>(basbdcells::max_inputs)));
+        ->check(expected_number("a number from 1 to " + std::to_string(basbdcells::max_inputs), 1,
+                                static_cast<int>(basbdcells::max_inputs)));
 }
 
 void add_list(CLI::App& app, arguments& given, int& status)
@@ -116,7 +142,7 @@ void add_match(CLI::App& app, arguments& given, int& status)
     match
         ->add_option("--inverter-area", given.wanted.inverter_area,
                      "Area of an inverter, which each complement costs")
-        ->check(CLI::NonNegativeNumber)
+        ->check(expected_number("a number from 0 up", 0.0, std::numeric_limits<double>::max()))
         ->type_name("AREA");
     match->callback([&] {
         given.from.files.insert(given.from.files.begin(), given.first_library);
@@ -147,7 +173,9 @@ void add_show(CLI::App& app, arguments& given, int& status)
     add_width(*show, given);
     add_format(*show, given);
     show->add_option("--dot", given.graph, "Write a Graphviz graph of it instead: bdd or tree")
-        ->check(CLI::IsMember({"bdd", "tree"}));
+        ->check(expected("bdd or tree", [](const std::string& text) {
+            return !text.empty() && graphs.count(text) == 1;
+        }));
     show->callback([&] {
         status =
             cellfn::show(given.from, given.function, given.wanted.width, graphs.at(given.graph));
@@ -159,7 +187,8 @@ std::string explain(const CLI::App& app, const CLI::ParseError& error)
 {
     const std::vector<std::string> unknown = app.remaining(true);
     if (unknown.empty()) {
-        return error.what();
+        return app.get_subcommands().empty() ? "expected list, match, classes or show"
+                                             : error.what();
     }
     const bool is_subcommand = app.get_subcommands().empty() && unknown.front().front() != '-';
     return (is_subcommand ? "unknown subcommand " : "unexpected argument ") +
