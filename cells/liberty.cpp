@@ -42,6 +42,20 @@ pin_direction direction_of(const std::string& text)
                                 : pin_direction::unknown;
 }
 
+/// The names in a string, with blanks or commas between them.
+std::vector<std::string> names_in(const std::string& list)
+{
+    constexpr char_set name_of_list = char_set(" \t\r\n\v\f,").complemented();
+    std::vector<std::string> names;
+    scanner words(list, comments::none);
+    while (words.peek() != scanner::end) {
+        if (!words.take_if(',')) {
+            names.push_back(words.take_word(name_of_list));
+        }
+    }
+    return names;
+}
+
 /// Walks from statement to statement; the groups that are open stand on a stack.
 class liberty_reader {
 public:
@@ -285,12 +299,10 @@ private:
 
     void add_members(const std::string& list)
     {
-        scanner words(list, comments::none);
-        while (words.peek() != scanner::end) {
+        for (std::string& name : names_in(list)) {
             liberty_pin made;
-            made.result.name = words.take_word(argument_characters);
+            made.result.name = std::move(name);
             made.is_member = true;
-            words.take_if(',');
             current.pins.push_back(std::move(made));
         }
     }
@@ -304,10 +316,8 @@ private:
             return;
         }
         for (std::size_t i = is_table ? 1 : 0; i < names.size(); ++i) {
-            scanner words(names[i], comments::none);
-            while (words.peek() != scanner::end) {
-                current.states.insert(words.take_word(argument_characters));
-                words.take_if(',');
+            for (std::string& name : names_in(names[i])) {
+                current.states.insert(std::move(name));
             }
         }
     }
