@@ -119,7 +119,9 @@ private:
         } else {
             fail(line, name.empty() ? "expected a statement or '}' instead of " + shown(first)
                                     : "expected ':' or '(' after " + quoted(name));
-            pass_statement();
+            if (text.line() == line) { // else the next statement has come
+                pass_statement();
+            }
         }
     }
 
@@ -219,6 +221,7 @@ private:
     {
         const std::size_t limit = is_wanted ? std::string::npos : 0;
         std::vector<std::string> arguments;
+        std::size_t depth = 0; // of parentheses inside
         while (true) {
             const int c = text.peek();
             if (c == scanner::end || c == '{' || c == '}' || c == ';') {
@@ -227,9 +230,17 @@ private:
             }
             text.take_if(',');
             if (text.take_if(')')) {
-                return arguments;
+                if (depth == 0) {
+                    return arguments;
+                }
+                --depth;
+                continue;
             }
-            if (c == ',' || text.take_if('(')) {
+            if (text.take_if('(')) {
+                ++depth;
+                continue;
+            }
+            if (c == ',') {
                 continue;
             }
             std::string word = text.take_if('"') ? text.take_string(limit)
