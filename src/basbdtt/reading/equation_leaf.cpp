@@ -73,7 +73,7 @@ bool equation_leaf::join(operation op, equation_leaf a, equation_leaf b, equatio
         result = {apply(op, a.inside, b.inside), apply(op, a.outside, b.outside), a.places};
     } else if (op == operation::exclusive) {
         const std::uint64_t difference = a.inside ^ a.outside;
-        if (difference != (b.inside ^ b.outside) || !a.places.have_same_blocks(b.places)) {
+        if (difference != (b.inside ^ b.outside) || !a.places.has_same_blocks(b.places)) {
             return false;
         }
         result.outside = a.outside ^ b.outside;

@@ -31,7 +31,7 @@ struct word_places {
         return select == other.select && care == other.care && values == other.values;
     }
     bool is_everywhere() const { return select == all_ones && care == 0; }
-    bool have_same_blocks(const word_places& other) const
+    bool has_same_blocks(const word_places& other) const
     {
         return care == other.care && values == other.values;
     }

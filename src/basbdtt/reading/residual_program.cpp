@@ -17,7 +17,7 @@ constexpr std::size_t most_blocks = budget / sizeof(block);
 // NOLINTNEXTLINE(*-member-init): the stack is written before it is read
 residual_program::residual_program(std::size_t size, int inputs_above_block,
                                    block_evaluator& of_parts)
-    : shortest(std::max(shortest_part, 2 * size / most_blocks)), evaluator(of_parts)
+    : shortest(std::max(shortest_part, size / most_blocks)), evaluator(of_parts)
 {
     const auto levels = static_cast<std::size_t>(inputs_above_block);
     program.steps.reserve(growth * size + std::min(levels * size, most_steps));

@@ -5,6 +5,7 @@
 #include "basbdtt/reading/block_evaluator.h"
 #include "basbdtt/reading/equation_program.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -52,7 +53,8 @@ private:
     };
 
     /// A leaf becomes at most a step, a block that takes the place of two steps or more another,
-    /// and fewer joins than leaves join them.
+    /// and fewer joins than leaves join them. A program that outgrew this would throw when the old
+    /// column is gone.
     static constexpr std::size_t growth = 3;
     static constexpr std::size_t shortest_part = 2;
 
