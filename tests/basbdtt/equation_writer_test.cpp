@@ -68,18 +68,18 @@ std::string literal(const std::string& bits, bool external, bool top_level)
 /// Both texts by their definition, and what they are read back to.
 void expect_texts(const std::string& bits)
 {
-    using BTT = BOOL_TRUTH_TABLE;
-    const BTT table = table_of(bits);
+    using table_type = BOOL_TRUTH_TABLE;
+    const table_type table = table_of(bits);
     for (const bool top_level : {false, true}) {
-        ASSERT_EQ(BTT::get_external_equation_recurse(table, top_level),
+        ASSERT_EQ(table_type::get_external_equation_recurse(table, top_level),
                   literal(bits, true, top_level));
-        ASSERT_EQ(BTT::get_internal_equation_recurse(table, top_level),
+        ASSERT_EQ(table_type::get_internal_equation_recurse(table, top_level),
                   literal(bits, false, top_level));
     }
-    BTT read[2];
+    table_type read[2];
     read[0].set_value_from_external_equation(table.width, table.get_external_equation());
     read[1].set_value_from_internal_equation(table.width, table.get_internal_equation());
-    for (const BTT& each : read) {
+    for (const table_type& each : read) {
         ASSERT_EQ(each.value.words, table.value.words) << table.get_internal_equation();
         ASSERT_EQ(each.width, table.width);
     }
