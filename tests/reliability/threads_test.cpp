@@ -50,7 +50,7 @@ std::string texts_of_bdds(int thread)
         std::string text(1U << 16U, ' ');
         char names[] = "abcdefghijkl";
         f.printbddexpr(text.data(), names);
-        texts += text.c_str();
+        texts += text.substr(0, text.find('\0'));
     }
     return texts;
 }

@@ -66,13 +66,14 @@ table_texts::table_texts(const BOOL_TRUTH_TABLE& table, literal_counts literals)
 
 std::string check_texts(const BOOL_TRUTH_TABLE& table, const table_texts& texts)
 {
-    using T = BOOL_TRUTH_TABLE;
+    using truth_table = BOOL_TRUTH_TABLE;
     std::string found;
     for (const std::string& each :
-         {difference(table, &T::set_value_from_hex_string, texts.hexadecimal, "the column"),
-          difference(table, &T::set_value_from_external_equation, texts.external,
+         {difference(table, &truth_table::set_value_from_hex_string, texts.hexadecimal,
+                     "the column"),
+          difference(table, &truth_table::set_value_from_external_equation, texts.external,
                      "the external equation"),
-          difference(table, &T::set_value_from_internal_equation, texts.internal,
+          difference(table, &truth_table::set_value_from_internal_equation, texts.internal,
                      "the internal equation")}) {
         found += (found.empty() || each.empty() ? "" : "; ") + each;
     }
