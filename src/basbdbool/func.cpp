@@ -13,6 +13,9 @@
 static_assert(sizeof(BOOL_FUNC) == 16 && offsetof(BOOL_FUNC, nsuppt) == 0 &&
                   offsetof(BOOL_FUNC, rootcompl) == 2 && offsetof(BOOL_FUNC, root) == 8,
               "hosts rely on the layout of a function");
+static_assert(int{BOOL_FUNC_AND} == BOOL_OP_AND && int{BOOL_FUNC_XOR} == BOOL_OP_XOR &&
+                  int{BOOL_FUNC_OR} == BOOL_OP_OR,
+              "the type of a function becomes the op code of its root");
 
 namespace {
 

@@ -13,6 +13,7 @@ static_assert(sizeof(BOOL_TNODE) == 24 && offsetof(BOOL_TNODE, op) == 0 &&
                   offsetof(BOOL_TNODE, rcompl) == 5 && offsetof(BOOL_TNODE, left) == 8 &&
                   offsetof(BOOL_TNODE, right) == 16,
               "hosts rely on the layout of a node record");
+static_assert(alignof(BOOL_TNODE) > 1, "walks and copies keep a side in bit 0 of a node's address");
 
 namespace basbdbool {
 
