@@ -1,5 +1,6 @@
 #include "commands.h"
 #include "sources.h"
+#include "terminal.h"
 
 #include <iostream>
 
@@ -17,15 +18,7 @@ int classes(const selection& from, basbdcells::inverters use)
         cells.push_back(each.cell);
     }
     const std::vector<basbdcells::cell_class> found = basbdcells::classes_of(cells, use);
-    const auto library = from.files.size() > 1 ? on_terminal::first : on_terminal::hidden;
-    table rows(std::cout, from.shown,
-               {{"cell", on_terminal::whole},
-                {"output", on_terminal::whole},
-                {"area", on_terminal::whole},
-                {"inputs", on_terminal::cut},
-                {"column", on_terminal::cut},
-                {"class", on_terminal::whole},
-                {"library", library}},
+    table rows(std::cout, from.shown, output_columns(from, {{"class", on_terminal::whole}}),
                output_width());
     for (std::size_t i = 0; i < found.size(); ++i) {
         for (const basbdcells::cell_output& each : found[i].members) {
@@ -35,10 +28,8 @@ int classes(const selection& from, basbdcells::inverters use)
                       given.file_of(each.source)});
         }
     }
-    rows.finish();
-    if (from.shown == format::aligned) {
-        std::cout << rows.size() << " outputs in " << found.size() << " classes\n";
-    }
+    rows.finish(std::to_string(rows.size()) + " outputs in " + std::to_string(found.size()) +
+                " classes");
     return has_error ? exit_trouble : exit_success;
 }
 

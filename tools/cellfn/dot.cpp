@@ -15,8 +15,8 @@ namespace {
 /// What all graphs look like, in front of what is particular to one.
 constexpr const char* style =
     "  node [fontname=\"Helvetica\", shape=circle, width=0.45, margin=0.02];\n"
-    "  edge [fontname=\"Helvetica\", fontsize=11, arrowsize=0.7, labelangle=25, "
-    "labeldistance=1.5];\n"
+    "  edge [fontname=\"Helvetica\", fontsize=11, arrowsize=0.7];\n"
+    "  edge [labelangle=25, labeldistance=1.5];\n"
     "  f [shape=plaintext];\n";
 
 std::string edge_line(const std::string& from, const std::string& to, bool complemented,

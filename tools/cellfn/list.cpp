@@ -3,6 +3,7 @@
 #include "progress.h"
 #include "representations.h"
 #include "sources.h"
+#include "terminal.h"
 
 #include <iostream>
 #include <utility>
@@ -40,17 +41,12 @@ int list(const selection& from)
         }
     }
     table rows(std::cout, from.shown,
-               {{"cell", on_terminal::whole},
-                {"output", on_terminal::whole},
-                {"area", on_terminal::whole},
-                {"inputs", on_terminal::cut},
-                {"column", on_terminal::cut},
-                {"external", on_terminal::third},
-                {"internal", on_terminal::first},
-                {"tree", on_terminal::third},
-                {"BDD", on_terminal::second},
-                {"remarks", has_remarks ? on_terminal::second : on_terminal::hidden},
-                {"library", from.files.size() > 1 ? on_terminal::first : on_terminal::hidden}},
+               output_columns(
+                   from, {{"external", on_terminal::cut, 3},
+                          {"internal", on_terminal::cut, 1},
+                          {"tree", on_terminal::cut, 3},
+                          {"BDD", on_terminal::cut, 2},
+                          {"remarks", has_remarks ? on_terminal::cut : on_terminal::hidden, 2}}),
                output_width());
     std::size_t disagreements = 0;
     {
@@ -72,18 +68,10 @@ int list(const selection& from)
             }
         }
     }
-    const std::string left_out = rows.finish();
-    if (from.shown == format::aligned) {
-        std::cout << given.cells().size() << " cells, ";
-        if (rows.size() != given.cells().size()) {
-            std::cout << rows.size() << " outputs, ";
-        }
-        std::cout << disagreements << " disagreements\n";
-        if (!left_out.empty()) {
-            std::cout << "not shown for want of room:" << left_out
-                      << "; --tsv and --json print all\n";
-        }
-    }
+    const bool has_outputs = rows.size() != given.cells().size();
+    rows.finish(std::to_string(given.cells().size()) + " cells, " +
+                (has_outputs ? std::to_string(rows.size()) + " outputs, " : "") +
+                std::to_string(disagreements) + " disagreements");
     const bool has_error = given.print_diagnostics();
     return has_error || disagreements > 0 ? exit_trouble : exit_success;
 }

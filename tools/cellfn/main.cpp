@@ -1,5 +1,6 @@
 #include "basbdcells/text.h"
 #include "commands.h"
+#include "terminal.h"
 
 #include <CLI/CLI.hpp>
 
@@ -15,17 +16,16 @@
 
 namespace {
 
-constexpr const char* about = "Boolean functions of cell libraries: columns, equations, expression "
-                              "trees and BDDs.";
+constexpr const char* about =
+    "Boolean functions of cell libraries: columns, equations, trees and BDDs.";
 constexpr const char* legend =
-    "LIBRARY is a file in the genlib or Liberty format, plain or compressed by gzip; - is "
-    "standard\n"
-    "input. FUNCTION names pins as libraries do, like '!(a1*a2 + b)' or 'A ^ B', or is an "
-    "equation\n"
-    "of single letters like 'AB + !C', one in the internal format like 'F0=~(B0*B1+B2)', or a\n"
-    "column like 0x07. The exit status is 0 for success, 1 when no cell matches, and 2 for\n"
-    "everything that a line on standard error tells: wrong arguments, a library that cannot be\n"
-    "read in full, representations that disagree, output that cannot be written.";
+    "LIBRARY is a file in the genlib or Liberty format, plain or compressed by gzip;\n"
+    "- is standard input. FUNCTION names pins as libraries do, like '!(a1*a2 + b)'\n"
+    "or 'A ^ B', or is an equation of single letters like 'AB + !C', one in the\n"
+    "internal format like 'F0=~(B0*B1+B2)', or a column like 0x07. The exit status\n"
+    "is 0 for success, 1 when no cell matches, and 2 for everything that a line on\n"
+    "standard error tells: wrong arguments, a library that cannot be read in full,\n"
+    "representations that disagree, output that cannot be written.";
 
 const std::map<std::string, cellfn::graph> graphs{
     {"", cellfn::graph::none}, {"bdd", cellfn::graph::bdd}, {"tree", cellfn::graph::tree}};
@@ -88,7 +88,7 @@ void add_exclusion(CLI::App& command, arguments& given)
         ->type_name("GLOB")
         ->allow_extra_args(false);
     command.add_flag("--with-dont-use", given.from.with_dont_use,
-                     "Take the cells that a library marks with dont_use, too");
+                     "Take the cells marked with dont_use, too");
 }
 
 void add_libraries(CLI::App& command, arguments& given)
@@ -130,7 +130,7 @@ void add_match(CLI::App& app, arguments& given, int& status)
     match->add_option("LIBRARY", given.first_library, "Cell library")->required()->type_name("");
     match
         ->add_option("FUNCTION", given.wanted.functions,
-                     "What the cells implement; several functions are outputs of one cell")
+                     "What the cells implement, each by one output")
         ->required()
         ->type_name("");
     add_more_libraries(*match, given, "Another cell library");
@@ -154,7 +154,7 @@ void add_match(CLI::App& app, arguments& given, int& status)
 void add_classes(CLI::App& app, arguments& given, int& status)
 {
     CLI::App* classes =
-        app.add_subcommand("classes", "Group the cells that are one function, the cheapest first");
+        app.add_subcommand("classes", "Group the cells by function, the cheapest first");
     add_libraries(*classes, given);
     add_format(*classes, given);
     add_exclusion(*classes, given);
@@ -230,7 +230,7 @@ int main(int argc, char** argv)
         }
         return status;
     } catch (const std::exception& error) {
-        std::cerr << "cellfn: " << basbdcells::printable(error.what()) << '\n';
+        cellfn::tell("cellfn: " + basbdcells::printable(error.what()));
         return cellfn::exit_trouble;
     }
 }

@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "progress.h"
 #include "sources.h"
+#include "terminal.h"
 
 #include <algorithm>
 #include <iostream>
@@ -90,16 +91,15 @@ public:
     }
 
     /// Ends the table and explains what is tied.
-    void finish()
+    void finish(const std::string& summary)
     {
-        rows.finish();
+        rows.finish(summary);
         if (!idle.empty()) {
-            std::cerr << "note: " << joined(idle)
-                      << " at 0: the outputs that are used do not depend on it\n";
+            tell("note: " + joined(idle) + " at 0: the outputs that are used do not depend on it");
         }
         if (!enabling.empty()) {
-            std::cerr << "note: " << joined(enabling)
-                      << ": tied to the value with which a three-state output drives\n";
+            tell("note: " + joined(enabling) +
+                 ": tied to the value with which a three-state output drives");
         }
     }
 
@@ -119,16 +119,20 @@ private:
             }
             output_width = std::max(output_width, width - 1);
         }
+        std::size_t library_width = 7;
+        for (const std::string& each : how.files) {
+            library_width = std::max(library_width, basbdcells::printable(each).size());
+        }
         const auto cost = wanted.inverter_area > 0 ? on_terminal::whole : on_terminal::hidden;
-        const auto library = how.files.size() > 1 ? on_terminal::second : on_terminal::hidden;
-        return {{"cell", on_terminal::whole, cell_width},
-                {"output", on_terminal::whole, output_width},
-                {"area", on_terminal::whole, area_width},
+        const auto library = how.files.size() > 1 ? on_terminal::cut : on_terminal::hidden;
+        return {{"cell", on_terminal::whole, always, cell_width},
+                {"output", on_terminal::whole, always, output_width},
+                {"area", on_terminal::whole, 2, area_width},
                 {"inputs", on_terminal::hidden},
                 {"column", on_terminal::hidden},
                 {"complements", on_terminal::hidden},
-                {"cost", cost, area_width},
-                {"library", library},
+                {"cost", cost, 3, area_width},
+                {"library", library, 1, library_width},
                 {"pins", on_terminal::wrapped}};
     }
 
@@ -207,7 +211,7 @@ void print_unused_inputs(const basbdcells::function_set& wanted,
         }
     }
     if (!unused.empty()) {
-        std::cerr << "note: inputs without effect on what is wanted:" << unused << '\n';
+        tell("note: inputs without effect on what is wanted:" + unused);
     }
 }
 
@@ -237,8 +241,8 @@ int match(const selection& from, const match_request& wanted)
         const std::string text = joined(wanted.functions);
         const std::string what =
             wanted.inverters == basbdcells::inverters::none ? " without complements" : "";
-        std::cerr << "cellfn: no cell of " << given.names() << " implements "
-                  << basbdcells::quoted(text) << what << '\n';
+        tell("cellfn: no cell of " + given.names() + " implements " + basbdcells::quoted(text) +
+             what);
         if (from.shown == format::json) {
             std::cout << "[]\n";
         }
@@ -253,10 +257,8 @@ int match(const selection& from, const match_request& wanted)
             printer.print(each.cell, each.connections);
         }
     }
-    printer.finish();
-    if (from.shown == format::aligned) {
-        std::cout << count_cells(found) << " of " << given.cells().size() << " cells\n";
-    }
+    printer.finish(std::to_string(count_cells(found)) + " of " +
+                   std::to_string(given.cells().size()) + " cells");
     print_unused_inputs(target, functions.inputs);
     return has_error ? exit_trouble : exit_success;
 }

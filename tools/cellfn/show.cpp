@@ -4,6 +4,7 @@
 #include "progress.h"
 #include "representations.h"
 #include "sources.h"
+#include "terminal.h"
 
 #include <iostream>
 #include <stdexcept>
@@ -73,24 +74,31 @@ value support_of(const representations& all)
     return names;
 }
 
+void print_line(const std::string& name, const value& of, words longest = words::broken)
+{
+    const std::string head = name + std::string(10 - name.size(), ' ');
+    const std::string text = basbdcells::elide(text_of(of), longest_shown);
+    std::cout << wrapped(head + text, head.size(), output_width(), longest) << '\n';
+}
+
 void print_lines(const subject& what, representations& all)
 {
-    const auto cut = [](const value& of) { return basbdcells::elide(text_of(of), longest_shown); };
     const value support = support_of(all);
     if (!what.cell.empty()) {
-        std::cout << "cell      " << cut(what.cell) << '\n'
-                  << "output    " << cut(what.output) << '\n'
-                  << "area      " << cut(what.area) << '\n';
+        print_line("cell", what.cell, words::whole);
+        print_line("output", what.output, words::whole);
+        print_line("area", what.area);
     }
-    std::cout << "inputs    " << cut(what.function.pins) << '\n'
-              << "depends   " << (support.empty() ? "on none" : "on " + cut(support)) << '\n'
-              << "column    0x" << cut(all.texts.hexadecimal) << '\n'
-              << "external  " << cut(all.external()) << '\n'
-              << "internal  " << cut(all.internal()) << '\n'
-              << "tree      " << cut(all.equation()) << '\n'
-              << "BDD       " << cut(bdd_text(all.bdd)) << '\n'
-              << "nodes     " << nodes_below(all.bdd.bdd).size() << " in the BDD, "
-              << all.tree.function.root->countleaves() << " leaves in the tree\n";
+    print_line("inputs", what.function.pins);
+    print_line("depends", support.empty() ? "on none" : "on " + text_of(support));
+    print_line("column", "0x" + all.texts.hexadecimal);
+    print_line("external", all.external());
+    print_line("internal", all.internal());
+    print_line("tree", all.equation());
+    print_line("BDD", bdd_text(all.bdd));
+    print_line("nodes", std::to_string(nodes_below(all.bdd.bdd).size()) + " in the BDD, " +
+                            std::to_string(all.tree.function.root->countleaves()) +
+                            " leaves in the tree");
 }
 
 table make_table(format shown)

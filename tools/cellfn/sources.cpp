@@ -1,11 +1,11 @@
 #include "sources.h"
 
 #include "basbdcells/text.h"
+#include "terminal.h"
 
 #include <fnmatch.h>
 
 #include <algorithm>
-#include <iostream>
 
 namespace cellfn {
 
@@ -95,10 +95,21 @@ bool sources::print_diagnostics() const
     return has_error;
 }
 
+std::vector<column> output_columns(const selection& from, std::vector<column> own)
+{
+    own.insert(own.begin(), {{"cell", on_terminal::whole},
+                             {"output", on_terminal::whole, 7},
+                             {"area", on_terminal::whole, 6},
+                             {"inputs", on_terminal::cut, 4},
+                             {"column", on_terminal::cut, 5}});
+    own.push_back({"library", from.files.size() > 1 ? on_terminal::cut : on_terminal::hidden, 1});
+    return own;
+}
+
 void print_message(const std::string& file, int line, const std::string& message)
 {
-    std::cerr << (line > 0 ? "" : "cellfn: ") << shown_name(file) << ':'
-              << (line > 0 ? std::to_string(line) + ':' : "") << ' ' << message << '\n';
+    tell((line > 0 ? "" : "cellfn: ") + shown_name(file) + ':' +
+         (line > 0 ? std::to_string(line) + ':' : "") + ' ' + message);
 }
 
 value area_of(const basbdcells::cell& source)

@@ -47,6 +47,9 @@ private:
     std::vector<entry> chosen;
 };
 
+/// The columns that `list` and `classes` begin with, then their own, then the cells' library.
+std::vector<column> output_columns(const selection& from, std::vector<column> own);
+
 /// Prints `file:line: message`, or `file: message` without a line, on standard error.
 void print_message(const std::string& file, int line, const std::string& message);
 

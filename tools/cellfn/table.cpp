@@ -1,11 +1,10 @@
 #include "table.h"
 
 #include "basbdcells/text.h"
-
-#include <sys/ioctl.h>
-#include <unistd.h>
+#include "terminal.h"
 
 #include <algorithm>
+#include <map>
 #include <sstream>
 #include <utility>
 
@@ -15,43 +14,15 @@ namespace {
 
 constexpr std::size_t gap = 2;
 constexpr std::size_t narrowest = 12;     ///< a column is left out rather than cut below this
+constexpr std::size_t widest_first = 30;  ///< beyond it, and a third of a line, a text stands alone
 constexpr std::size_t aligned_line = 160; ///< where no line is too long
 
-bool may_cut(const column& each)
-{
-    return each.shown != on_terminal::whole && each.shown != on_terminal::wrapped;
-}
+bool may_cut(const column& each) { return each.shown == on_terminal::cut; }
 
 /// An empty text must be seen between its neighbours.
 std::string visible(const std::string& text) { return text.empty() ? "\"\"" : text; }
 
-/// The words of a text in lines no longer than `width`, if they are not.
-std::string wrapped(const std::string& text, std::size_t indent, std::size_t line_width)
-{
-    std::istringstream words(text);
-    std::string lines;
-    std::size_t length = indent;
-    for (std::string word; words >> word; length += word.size()) {
-        if (lines.empty()) {
-            lines = word;
-        } else if (length + 1 + word.size() > line_width) {
-            lines += '\n' + std::string(indent, ' ') + word;
-            length = indent;
-        } else {
-            lines += ' ' + word;
-            ++length;
-        }
-    }
-    return lines;
-}
-
 } // namespace
-
-std::size_t output_width()
-{
-    winsize size{};
-    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size.ws_col : 0;
-}
 
 std::string text_of(const value& of)
 {
@@ -134,6 +105,20 @@ void table::add_aligned(const std::vector<std::string>& texts)
     kept.push_back(std::move(row));
 }
 
+/// How long lines are when no column that may be cut is wider than `most`.
+std::size_t table::length_at(std::size_t most) const
+{
+    std::size_t sum = 0;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const std::size_t width = columns[i].shown == on_terminal::wrapped
+                                      ? std::min(widths[i], narrowest)
+                                  : may_cut(columns[i]) ? std::min(widths[i], most)
+                                                        : widths[i];
+        sum += left_out[i] ? 0 : width + gap;
+    }
+    return sum - gap;
+}
+
 /// Finds the columns that are shown and the largest cut at which they fit, and prints the header.
 void table::fit()
 {
@@ -141,22 +126,15 @@ void table::fit()
         return;
     }
     const std::size_t most = limit > 0 ? limit : aligned_line;
-    const auto length_at = [&](std::size_t at) {
-        std::size_t sum = 0;
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const std::size_t width = columns[i].shown == on_terminal::wrapped
-                                          ? std::min(widths[i], narrowest)
-                                      : may_cut(columns[i]) ? std::min(widths[i], at)
-                                                            : widths[i];
-            sum += left_out[i] ? 0 : width + gap;
-        }
-        return sum - gap;
-    };
-    for (const auto rank : {on_terminal::first, on_terminal::second, on_terminal::third}) {
-        for (std::size_t i = columns.size(); i-- > 0;) {
-            left_out[i] = left_out[i] ||
-                          (limit > 0 && columns[i].shown == rank && length_at(narrowest) > most);
-        }
+    if (limit > 0) {
+        widths.front() = std::min(widths.front(), std::max(limit / 3, widest_first));
+    }
+    std::multimap<int, std::size_t> lightest; // the last of a weight first
+    for (std::size_t i = columns.size(); limit > 0 && i-- > 0;) {
+        lightest.emplace(columns[i].weight, i);
+    }
+    for (const auto& [weight, i] : lightest) {
+        left_out[i] = left_out[i] || (weight != always && length_at(narrowest) > most);
     }
     for (cut = most; cut > narrowest && length_at(cut) > most; --cut) {
     }
@@ -176,10 +154,15 @@ void table::print_line(const std::vector<std::string>& texts)
         }
         const bool is_cut = limit > 0 && may_cut(columns[i]);
         std::string text = is_cut ? basbdcells::elide(texts[i], cut) : texts[i];
-        if (limit > 0 && columns[i].shown == on_terminal::wrapped) {
-            text = wrapped(text, line.size(), limit);
+        if (columns[i].shown == on_terminal::wrapped) {
+            const std::size_t indent = line.size();
+            line = wrapped(line.append(text), indent, limit);
+            continue;
         }
         const std::size_t width = may_cut(columns[i]) ? std::min(widths[i], cut) : widths[i];
+        if (i == 0 && text.size() > width) {
+            out << std::exchange(text, "") << '\n';
+        }
         line += text + std::string(width - std::min(width, text.size()) + gap, ' ');
     }
     if (kind == format::aligned) {
@@ -188,25 +171,30 @@ void table::print_line(const std::vector<std::string>& texts)
     out << line << '\n';
 }
 
-std::string table::finish()
+void table::finish(const std::string& summary)
 {
     if (kind == format::json) {
         out << (rows == 0 ? "[]\n" : "\n]\n");
     }
     if (kind != format::aligned) {
-        return "";
+        return;
     }
     fit();
     for (const auto& row : kept) {
         print_line(row);
     }
+    out << summary << '\n';
     std::string names;
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (left_out[i] && columns[i].shown != on_terminal::hidden) {
             names += ' ' + columns[i].name;
         }
     }
-    return names;
+    if (!names.empty()) {
+        out << wrapped("not shown for want of room:" + names + "; --tsv and --json print all", gap,
+                       limit)
+            << '\n';
+    }
 }
 
 } // namespace cellfn

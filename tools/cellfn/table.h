@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include <cstddef>
+#include <limits>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -24,17 +25,17 @@ using value = nlohmann::ordered_json;
 enum class on_terminal {
     whole,   ///< never cut
     cut,     ///< loses its middle on a narrow terminal
-    first,   ///< as `cut`; left out where that is not enough, before the others
-    second,  ///< as `first`, after those
-    third,   ///< as `first`, after those
     wrapped, ///< goes on below itself; the last column that is shown
     hidden   ///< for programs
 };
+
+constexpr int always = std::numeric_limits<int>::max();
 
 /// A column and its name.
 struct column {
     std::string name;
     on_terminal shown;
+    int weight = always;         ///< where there is no room for all, the lightest are left out
     std::size_t least_width = 0; ///< when rows are printed before the last one is known
 };
 
@@ -49,11 +50,13 @@ public:
 
     /// Prints a row or, in aligned columns without a least width, keeps it.
     void add(std::vector<value> row);
-    /// Prints what was kept and ends the output. @return the columns that were left out, for people
-    std::string finish();
+    /// @brief Prints what was kept and ends the output.
+    /// @param summary  for people, who are also told which columns were left out
+    void finish(const std::string& summary = "");
     std::size_t size() const { return rows; }
 
 private:
+    std::size_t length_at(std::size_t most) const;
     void add_aligned(const std::vector<std::string>& texts);
     void print_header();
     void print_line(const std::vector<std::string>& texts);
@@ -73,8 +76,5 @@ private:
 
 /// A value as people and lines with tabs have it.
 std::string text_of(const value& of);
-
-/// The width of the terminal behind standard output; 0 when there is none.
-std::size_t output_width();
 
 } // namespace cellfn
