@@ -12,80 +12,57 @@ namespace {
 using namespace basbdbool;
 
 constexpr std::size_t first_size = 256;
-constexpr std::size_t room_for_a_node = 16;
+constexpr std::ptrdiff_t room_for_a_node = 16;
 
 /// Capacity of the buffer that the text is being written into.
 std::size_t eqnbuffersize = first_size;
 
-/// @brief The text so far, in a buffer that grows.
+/// @brief The buffer of a text, replaced by a larger one as the text grows.
 ///
-/// There is always room for a terminating zero. The caller's buffer and position, and the capacity,
-/// are taken over for the time being, so that the compiler keeps them in registers.
-class growing_text {
+/// The position in it is a value that goes from hand to hand, so that the compiler keeps it in a
+/// register. There is always room for a terminating zero.
+class growing_buffer {
 public:
-    growing_text(char*& text, char*& text_end)
-        : buffer(text), end(text_end), start(text), cur(text_end), limit(text + eqnbuffersize)
+    /// Takes the caller's pointers, which are valid at any time, also when memory ends.
+    growing_buffer(char*& text, char*& text_end)
+        : start(text), end(text_end), limit(text + eqnbuffersize)
     {
     }
-    growing_text(const growing_text&) = delete;
-    growing_text& operator=(const growing_text&) = delete;
-    ~growing_text()
+    growing_buffer(const growing_buffer&) = delete;
+    growing_buffer& operator=(const growing_buffer&) = delete;
+    /// Keeps the capacity; at the end, for a report may have written other texts.
+    ~growing_buffer() { eqnbuffersize = static_cast<std::size_t>(limit - start); }
+
+    /// Sees to room for so many characters. @return the position, in the buffer that then is
+    char* with_room(char* cur, std::ptrdiff_t size)
     {
-        buffer = start;
-        end = cur;
-        eqnbuffersize = static_cast<std::size_t>(limit - start);
+        return limit - cur > size ? cur : grow(cur, size);
     }
 
     /// Doubles the buffer when the text comes within 16 bytes of its end; once per node.
-    void enter_node()
+    char* enter_node(char* cur)
     {
         *cur = '\0';
-        make_room();
-    }
-
-    /// Sees to room for the characters between one name and the next.
-    void make_room(std::size_t size = room_for_a_node)
-    {
-        if (limit - cur <= static_cast<std::ptrdiff_t>(size)) {
-            grow(size);
-        }
-    }
-
-    /// Where there is room.
-    void put(char character) { *cur++ = character; }
-
-    void put_anywhere(char character)
-    {
-        make_room(1);
-        put(character);
+        return with_room(cur, room_for_a_node);
     }
 
 private:
-    void grow(std::size_t size)
+    [[gnu::noinline, gnu::cold]] char* grow(const char* cur, std::ptrdiff_t size)
     {
-        const auto length = static_cast<std::size_t>(cur - start);
-        auto capacity = static_cast<std::size_t>(limit - start);
+        const std::ptrdiff_t length = cur - start;
+        std::ptrdiff_t capacity = limit - start;
         while (capacity <= length + size) {
             capacity *= 2;
         }
-        start = larger_buffer(start, length, capacity);
-        cur = start + length;
+        char* const larger = new char[static_cast<std::size_t>(capacity)];
+        end = std::copy_n(start, length, larger);
+        delete[] std::exchange(start, larger);
         limit = start + capacity;
+        return end;
     }
 
-    [[gnu::noinline]] static char* larger_buffer(char* old, std::size_t length,
-                                                 std::size_t capacity)
-    {
-        char* const larger = new char[capacity];
-        std::copy_n(old, length, larger);
-        delete[] old;
-        return larger;
-    }
-
-    char*& buffer;
+    char*& start;
     char*& end;
-    char* start;
-    char* cur;
     char* limit; ///< the end of the buffer
 };
 
@@ -96,84 +73,86 @@ bool right_needs_parentheses(const BOOL_TNODE& node)
     return node.right->op != node.op || node.rcompl != 0;
 }
 
-void write_operator(growing_text& text, signed char op)
+char* write_operator(char* cur, signed char op)
 {
     constexpr char characters[] = {'*', '@', '+'};
     if (op >= BOOL_OP_AND && op <= BOOL_OP_OR) {
-        text.put(characters[op]);
+        *cur++ = characters[op];
     }
+    return cur;
 }
 
-[[gnu::always_inline]] inline void write_leaf(growing_text& text, const BOOL_TNODE& leaf,
-                                              later_reports& reports)
+[[gnu::always_inline]] inline char* write_leaf(growing_buffer& buffer, char* cur,
+                                               const BOOL_TNODE& leaf, later_reports& reports)
 {
-    text.enter_node();
+    cur = buffer.enter_node(cur);
     if (is_constant(leaf)) {
-        text.put(leaf.op == BOOL_OP_ONE ? '1' : '0');
-        return;
+        *cur++ = leaf.op == BOOL_OP_ONE ? '1' : '0';
+        return cur;
     }
     if (!is_named_leaf(leaf)) {
         reports.add(report_site::leaf_without_name);
-        return;
+        return cur;
     }
     const char* name = name_text(leaf_name(leaf));
     if (name == nullptr) {
         reports.add(report_site::leaf_without_text);
-        return;
+        return cur;
     }
     for (; *name != '\0'; ++name) { // most names have one character
-        text.put_anywhere(*name);
+        cur = buffer.with_room(cur, 1);
+        *cur++ = *name;
     }
+    return cur;
 }
 
-/// Writes a tree, from its first node on to the last.
-[[gnu::noinline]] void write_tree(char*& buffer, char*& end, BOOL_TNODE* root,
-                                  later_reports& reports)
+/// Writes a tree, from its first node on to the last. @return the end of the text
+[[gnu::noinline]] char* write_tree(growing_buffer& buffer, char* cur, BOOL_TNODE& root,
+                                   later_reports& reports)
 {
-    growing_text text(buffer, end);
-    if (basbd_is_leaf(*root)) {
-        write_leaf(text, *root, reports);
-        return;
+    if (basbd_is_leaf(root)) {
+        return write_leaf(buffer, cur, root, reports);
     }
     const auto left = [&](const BOOL_TNODE& node) {
-        text.enter_node();
+        cur = buffer.enter_node(cur);
         if (node.left == nullptr) {
-            text.put('0');
+            *cur++ = '0';
             return step::past;
         }
         if (node.lcompl != 0) {
-            text.put('~');
+            *cur++ = '~';
         }
         if (basbd_is_leaf(*node.left)) {
-            write_leaf(text, *node.left, reports);
+            cur = write_leaf(buffer, cur, *node.left, reports);
             return step::past;
         }
-        text.put('(');
+        *cur++ = '(';
         return step::below;
     };
     const auto right = [&](const BOOL_TNODE& node) {
         if (node.left == nullptr || node.right == nullptr) {
             return step::past;
         }
-        text.make_room();
-        write_operator(text, node.op);
+        cur = write_operator(buffer.with_room(cur, room_for_a_node), node.op);
         if (node.rcompl != 0) {
-            text.put('~');
+            *cur++ = '~';
         }
         if (basbd_is_leaf(*node.right)) {
-            write_leaf(text, *node.right, reports);
+            cur = write_leaf(buffer, cur, *node.right, reports);
             return step::past;
         }
         if (right_needs_parentheses(node)) {
-            text.put('(');
+            *cur++ = '(';
         }
         return step::below;
     };
-    walk(root, left, right, [&](const BOOL_TNODE& node, branch side) {
+    walk(&root, left, right, [&](const BOOL_TNODE& node, branch side) {
         if (side == branch::left || right_needs_parentheses(node)) {
-            text.put_anywhere(')');
+            cur = buffer.with_room(cur, 1);
+            *cur++ = ')';
         }
     });
+    return cur;
 }
 
 /// The buffer of a text that is not yet handed out.
@@ -189,9 +168,9 @@ struct owned_buffer {
 
 char* BOOL_TNODE::writesubtree(char*& buf, char*& cur)
 {
+    growing_buffer text(buf, cur);
     later_reports reports;
-    write_tree(buf, cur, this, reports);
-    const growing_text text(buf, cur); // keeps the capacity, for the host may write other texts
+    cur = write_tree(text, cur, *this, reports);
     reports.send();
     return cur;
 }
@@ -199,21 +178,19 @@ char* BOOL_TNODE::writesubtree(char*& buf, char*& cur)
 char* BOOL_FUNC::writeeqn()
 {
     owned_buffer buffer;
-    later_reports reports;
-    char* end = buffer.start;
-    if (rootcompl != 0 && root != nullptr) {
-        end = std::copy_n("~(", 2, end);
-    }
-    if (root != nullptr) {
-        write_tree(buffer.start, end, root, reports);
-    }
     {
-        growing_text text(buffer.start, end);
-        if (rootcompl != 0 && root != nullptr) {
-            text.put_anywhere(')');
+        char* end = buffer.start;
+        growing_buffer text(buffer.start, end);
+        later_reports reports;
+        if (root != nullptr && rootcompl == 0) {
+            end = write_tree(text, end, *root, reports);
+        } else if (root != nullptr) {
+            end = write_tree(text, std::copy_n("~(", 2, end), *root, reports);
+            end = text.with_room(end, 1);
+            *end++ = ')';
         }
-        text.put('\0');
-        reports.send(); // here, for the host may write other texts
+        *end = '\0';
+        reports.send();
     }
     if (std::strcmp(buffer.start, "~(0)") == 0) {
         std::copy_n("1", 2, buffer.start);
