@@ -229,5 +229,5 @@ void BOOL_TNODE::reclaim()
             free_unused(child, flag);
             return step::past;
         },
-        free_unused);
+        on_edge(free_unused));
 }

@@ -183,7 +183,7 @@ void reduce_operands(BOOL_TNODE* node, later_reports& reports)
     const auto enter = [](BOOL_TNODE* child, unsigned char /*flag*/) {
         return is_operator(child) ? step::below : step::past;
     };
-    walk_edges(node, enter, [&](BOOL_TNODE*& child, unsigned char& flag) {
+    const auto reduce = [&](BOOL_TNODE*& child, unsigned char& flag) {
         if (!is_reducible(*child)) {
             return;
         }
@@ -193,7 +193,8 @@ void reduce_operands(BOOL_TNODE* node, later_reports& reports)
         }
         delete_node(done);
         flag ^= take_own_complement(*child);
-    });
+    };
+    walk_edges(node, enter, on_edge(reduce));
 }
 
 void push_complements(BOOL_TNODE* root, unsigned char is_complemented, later_reports& reports)

@@ -5,6 +5,7 @@
 #include "basbdbool.h"
 
 #include <cstdint>
+#include <type_traits>
 
 namespace basbdbool {
 
@@ -45,6 +46,16 @@ public:
         }
     }
 
+    /// To a child, without a way back where no pointer above is lent.
+    void go_on(branch side)
+    {
+        if (!at_start()) {
+            descend(side);
+        } else {
+            current = side == branch::left ? current->left : current->right;
+        }
+    }
+
     /// Back to the parent. @return the side that the walk comes back from
     branch ascend()
     {
@@ -77,12 +88,19 @@ enum class step : unsigned char {
     stop   ///< nowhere: the walk ends
 };
 
+/// For walks that do nothing on the way up.
+struct nothing {
+    void operator()(const BOOL_TNODE& /*node*/, branch /*side*/) const {}
+};
+
 /// @brief Walks over the operator `start` and what is below it, once per path.
 ///
 /// All three see a node's own pointers and may change them.
 /// @param first   answers for each operator what to do about its left operand
 /// @param second  the same for its right operand, after what is below the left one
-/// @param up      takes an operator and the side of the operand that the walk is done with
+/// @param up      takes an operator and the side of the operand that the walk is done with. With
+///                `nothing` to do, a walk goes along the start's chain of second operands once and
+///                not back
 /// @tparam first_side  the side that comes first
 /// @return whether the walk was stopped
 template <branch first_side = branch::left, typename first_function, typename second_function,
@@ -109,34 +127,37 @@ inline bool walk(BOOL_TNODE* start, first_function first, second_function second
         if (next == step::stop) {
             return true;
         }
-        path.descend(last);
+        if constexpr (std::is_same_v<up_function, nothing>) {
+            path.go_on(last);
+        } else {
+            path.descend(last);
+        }
     }
 }
 
 /// @brief A walk that looks at edges: at a pointer to an operand and the flag beside it.
 /// @param enter  answers what to do about an operand
-/// @param leave  takes the edge again when the walk is done with what is below
-template <branch first_side = branch::left, typename enter_function, typename leave_function>
-inline bool walk_edges(BOOL_TNODE* start, enter_function enter, leave_function leave)
+/// @param up     as for `walk`
+template <branch first_side = branch::left, typename enter_function, typename up_function = nothing>
+inline bool walk_edges(BOOL_TNODE* start, enter_function enter, up_function up = {})
 {
     const auto enter_left = [&](BOOL_TNODE& node) { return enter(node.left, node.lcompl); };
     const auto enter_right = [&](BOOL_TNODE& node) { return enter(node.right, node.rcompl); };
-    const auto leave_edge = [&](BOOL_TNODE& node, branch side) {
-        const bool is_left = side == branch::left;
-        leave(is_left ? node.left : node.right, is_left ? node.lcompl : node.rcompl);
-    };
     if constexpr (first_side == branch::left) {
-        return walk<first_side>(start, enter_left, enter_right, leave_edge);
+        return walk<first_side>(start, enter_left, enter_right, up);
     } else {
-        return walk<first_side>(start, enter_right, enter_left, leave_edge);
+        return walk<first_side>(start, enter_right, enter_left, up);
     }
 }
 
-template <branch first_side = branch::left, typename enter_function>
-inline bool walk_edges(BOOL_TNODE* start, enter_function enter)
+/// @brief Calls `leave` for the edge that a walk is done with what is below of.
+template <typename leave_function>
+auto on_edge(leave_function leave)
 {
-    return walk_edges<first_side>(start, enter,
-                                  [](BOOL_TNODE* /*child*/, unsigned char /*flag*/) {});
+    return [leave](BOOL_TNODE& node, branch side) {
+        const bool is_left = side == branch::left;
+        leave(is_left ? node.left : node.right, is_left ? node.lcompl : node.rcompl);
+    };
 }
 
 /// @brief Visits nodes: a node, then what is below its left and its right child.
