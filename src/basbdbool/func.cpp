@@ -36,7 +36,7 @@ void fix_signal(BOOL_FUNC& function, const TECHMAP_SIG* sig, BOOL_OP op, report_
         report(without_root);
         return;
     }
-    TECHMAP_SIG* slots[support_limit] = {};
+    TECHMAP_SIG* slots[support_limit];
     signal_list support(slots);
     visit_leaves(function.root, [&](BOOL_TNODE& leaf) {
         fix_leaf(leaf, sig, op);
@@ -163,7 +163,7 @@ unsigned short BOOL_FUNC::countsupptunion(BOOL_FUNC* other)
     if (root == nullptr) {
         return 0;
     }
-    TECHMAP_SIG* slots[support_limit] = {};
+    TECHMAP_SIG* slots[support_limit];
     signal_list support(slots);
     support.enter_all(root);
     if (other != nullptr && other->root != nullptr) {

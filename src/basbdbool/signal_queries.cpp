@@ -53,7 +53,12 @@ BOOL_VARNAME BOOL_TNODE::getsigvname(TECHMAP_SIG* sig)
     return name;
 }
 
-void BOOL_TNODE::listsigs(TECHMAP_SIG** list) { signal_list(list).enter_all(this); }
+void BOOL_TNODE::listsigs(TECHMAP_SIG** list)
+{
+    signal_list signals(list);
+    signals.enter_listed();
+    signals.enter_all(this);
+}
 
 unsigned int BOOL_TNODE::countleaves()
 {

@@ -15,11 +15,14 @@ constexpr unsigned short support_limit = 20;
 
 /// @brief The distinct signals of one or more trees, in the order in which they are first met.
 ///
-/// At most 20 are told apart. The slots behind the last signal are null.
+/// At most 20 are told apart. The slots behind the last signal are left alone.
 class signal_list {
 public:
-    /// Goes on with the signals that are in `slots` already.
-    explicit signal_list(TECHMAP_SIG** slots) : list(slots)
+    /// Begins without a signal, whatever is in the slots.
+    explicit signal_list(TECHMAP_SIG** slots) : list(slots) {}
+
+    /// Goes on with the signals that are in the slots already, up to the first null.
+    void enter_listed()
     {
         while (count < support_limit && list[count] != nullptr) {
             filter |= filter_bit(list[count++]);
@@ -63,7 +66,7 @@ private:
 /// The number of distinct signals in a tree, at most 20.
 inline unsigned short support_of(BOOL_TNODE* root)
 {
-    TECHMAP_SIG* slots[support_limit] = {};
+    TECHMAP_SIG* slots[support_limit];
     signal_list support(slots);
     support.enter_all(root);
     return support.size();
