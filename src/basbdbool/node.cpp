@@ -67,10 +67,13 @@ public:
 private:
     BOOL_TNODE* copied_fields(const BOOL_TNODE& src, BOOL_TNODE* left)
     {
-        const unsigned short usage = src.usage; // read before the constructor writes a 0
-        auto* const copy = ::new (pool.getnewptr())
-            BOOL_TNODE(static_cast<char>(src.op), left, src.lcompl, nullptr, src.rcompl);
-        copy->usage = usage;
+        auto* const copy = static_cast<BOOL_TNODE*>(pool.getnewptr());
+        copy->op = src.op;
+        copy->usage = src.usage;
+        copy->lcompl = src.lcompl & 1U;
+        copy->rcompl = src.rcompl & 1U;
+        copy->left = left;
+        copy->right = nullptr;
         return copy;
     }
 
@@ -128,13 +131,7 @@ private:
 
 } // namespace
 
-BOOL_TNODE* new_leaf(TECHMAP_SIG* sig) { return new BOOL_TNODE(BOOL_OP_SIG, sig); }
-
-BOOL_TNODE* new_node(signed char op) { return new BOOL_TNODE(static_cast<char>(op)); }
-
 BOOL_TNODE* new_copy(BOOL_TNODE* src) { return new BOOL_TNODE(src); }
-
-void delete_node(BOOL_TNODE* node) noexcept { BOOL_TNODE::fstmem->free(node); }
 
 } // namespace basbdbool
 

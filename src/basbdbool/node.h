@@ -3,6 +3,7 @@
 #pragma once
 
 #include "basbdbool.h"
+#include "ut_fastmem.h"
 
 #include <memory>
 #include <utility>
@@ -27,15 +28,30 @@ inline bool is_leaf_of(const BOOL_TNODE& node, const TECHMAP_SIG* sig)
 
 inline void toggle(unsigned char& flag) { flag ^= 1U; }
 
-/// A new unnamed leaf.
-BOOL_TNODE* new_leaf(TECHMAP_SIG* sig);
 /// A new operator without children, or a constant.
-BOOL_TNODE* new_node(signed char op);
+inline BOOL_TNODE* new_node(signed char op)
+{
+    auto* const node = static_cast<BOOL_TNODE*>(BOOL_TNODE::fstmem->getnewptr());
+    node->op = op;
+    node->usage = 0;
+    node->lcompl = node->rcompl = 0;
+    node->left = node->right = nullptr;
+    return node;
+}
+
+/// A new unnamed leaf.
+inline BOOL_TNODE* new_leaf(TECHMAP_SIG* sig)
+{
+    BOOL_TNODE* const leaf = new_node(BOOL_OP_SIG);
+    leaf->left = reinterpret_cast<BOOL_TNODE*>(sig);
+    return leaf;
+}
+
 /// A deep copy; a copy of null is reported and is an operator without children.
 BOOL_TNODE* new_copy(BOOL_TNODE* src);
 
 /// Frees this one node.
-void delete_node(BOOL_TNODE* node) noexcept;
+inline void delete_node(BOOL_TNODE* node) noexcept { BOOL_TNODE::fstmem->free(node); }
 
 /// @brief Frees every node of a tree once, however many paths lead to it; null is no tree.
 ///

@@ -75,28 +75,6 @@ struct unmarker {
 
 } // namespace
 
-void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl)
-{
-    const unsigned char flag = iscompl != 0 ? 1 : 0;
-    if (node->left == nullptr) {
-        node->left = new_leaf(sig);
-        node->lcompl ^= flag;
-        return;
-    }
-    if (node->right == nullptr) {
-        node->right = new_leaf(sig);
-        node->rcompl ^= flag;
-        return;
-    }
-    // The leaf on the right moves to the left of a new operator, and its complement with it.
-    owned_node lower(new_node(node->op));
-    lower->right = new_leaf(sig);
-    lower->rcompl = flag;
-    lower->left = node->right;
-    lower->lcompl = std::exchange(node->rcompl, static_cast<unsigned char>(0));
-    node->right = lower.release();
-}
-
 owned_tree copy_or_empty(BOOL_TNODE* sub, later_reports& reports)
 {
     if (sub != nullptr) {

@@ -8,7 +8,27 @@
 namespace basbdbool {
 
 /// Adds a leaf of `sig` under the operator `node`, which must be where the right spine ends.
-void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl);
+inline void append_leaf(BOOL_TNODE* node, TECHMAP_SIG* sig, unsigned char iscompl)
+{
+    const unsigned char flag = iscompl != 0 ? 1 : 0;
+    if (node->left == nullptr) {
+        node->left = new_leaf(sig);
+        node->lcompl ^= flag;
+        return;
+    }
+    if (node->right == nullptr) {
+        node->right = new_leaf(sig);
+        node->rcompl ^= flag;
+        return;
+    }
+    // The leaf on the right moves to the left of a new operator, and its complement with it.
+    owned_node lower(new_node(node->op));
+    lower->right = new_leaf(sig);
+    lower->rcompl = flag;
+    lower->left = node->right;
+    lower->lcompl = std::exchange(node->rcompl, static_cast<unsigned char>(0));
+    node->right = lower.release();
+}
 
 /// Whether the right spine ends at the operator `node`: the next signal is added there.
 inline bool ends_spine(const BOOL_TNODE& node)
