@@ -28,7 +28,9 @@ inline bool is_leaf_of(const BOOL_TNODE& node, const TECHMAP_SIG* sig)
 
 inline void toggle(unsigned char& flag) { flag ^= 1U; }
 
-/// A new operator without children, or a constant.
+/// @brief A new operator without children, or a constant.
+///
+/// Written here and not by a constructor, which is the host's to call and no inline function.
 inline BOOL_TNODE* new_node(signed char op)
 {
     auto* const node = static_cast<BOOL_TNODE*>(BOOL_TNODE::fstmem->getnewptr());

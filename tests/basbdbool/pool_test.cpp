@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 #include <utility>
 
@@ -16,51 +17,190 @@ namespace {
 
 using owned = std::unique_ptr<BOOL_FUNC>;
 
+bool is_operator(const BOOL_TNODE* node) { return node != nullptr && !basbd_is_leaf(*node); }
+
+bool is_constant(const BOOL_TNODE& node)
+{
+    return node.op == BOOL_OP_ONE || node.op == BOOL_OP_ZERO;
+}
+
 BOOL_TNODE* copy(const BOOL_TNODE& src)
 {
     auto* const node =
         new BOOL_TNODE(static_cast<char>(src.op), src.left, src.lcompl, src.right, src.rcompl);
     for (BOOL_TNODE** const child : {&node->left, &node->right}) {
-        if (!basbd_is_leaf(src) && *child != nullptr) {
+        if (is_operator(&src) && *child != nullptr) {
             *child = copy(**child);
         }
     }
     return node;
 }
 
-/// Takes 1 from `usage` for each path, and frees a child whose last one it was.
-void reclaim(BOOL_TNODE* node)
+using path_counts = std::map<const BOOL_TNODE*, long>;
+
+void count_paths(const BOOL_TNODE* node, path_counts& counts)
 {
-    --node->usage;
+    ++counts[node];
+    for (const BOOL_TNODE* const child : {node->left, node->right}) {
+        if (is_operator(node) && child != nullptr) {
+            count_paths(child, counts);
+        }
+    }
+}
+
+/// Takes away the paths through a node, and frees a child with its last one.
+void reclaim(BOOL_TNODE* node, path_counts& counts)
+{
+    --counts[node];
     for (BOOL_TNODE* const child : {node->left, node->right}) {
-        if (!basbd_is_leaf(*node) && child != nullptr) {
-            reclaim(child);
-            if (child->usage == 0) {
+        if (is_operator(node) && child != nullptr) {
+            reclaim(child, counts);
+            if (counts[child] == 0) {
                 delete child;
             }
         }
     }
 }
 
-void free_tree(BOOL_TNODE* root)
+/// @param kept  null, or a tree whose nodes stay
+void free_tree(BOOL_TNODE* root, const BOOL_TNODE* kept = nullptr)
 {
-    root->unmarknodes();
-    root->markusage();
-    reclaim(root);
+    path_counts counts;
+    count_paths(root, counts);
+    if (kept != nullptr) {
+        count_paths(kept, counts);
+    }
+    reclaim(root, counts);
     delete root;
 }
 
-void clean(BOOL_FUNC& f)
+BOOL_TNODE* complement_if(unsigned char flag, BOOL_TNODE* node)
 {
-    BOOL_TNODE* const cleaned = copy(*f.root);
+    if (flag != 0) {
+        node->complsubtree();
+    }
+    return node;
+}
+
+BOOL_TNODE* fold(const BOOL_TNODE& n, BOOL_TNODE* constant, unsigned char constant_flag,
+                 BOOL_TNODE* other, unsigned char other_flag)
+{
+    const bool is_one = complement_if(constant_flag, constant)->op == BOOL_OP_ONE;
+    if (n.op != BOOL_OP_XOR && is_one == (n.op == BOOL_OP_OR)) {
+        free_tree(other);
+        return constant;
+    }
+    delete constant;
+    return complement_if(other_flag ^ static_cast<unsigned char>(n.op == BOOL_OP_XOR && is_one),
+                         other);
+}
+
+BOOL_TNODE* fold_same(BOOL_TNODE& n)
+{
+    delete n.right;
+    if (n.op != BOOL_OP_XOR && n.lcompl == n.rcompl) {
+        return complement_if(n.lcompl, n.left);
+    }
+    delete n.left;
+    const bool is_one = n.op != BOOL_OP_AND && n.lcompl != n.rcompl;
+    n.op = is_one ? BOOL_OP_ONE : BOOL_OP_ZERO;
+    n.left = n.right = nullptr;
+    n.lcompl = n.rcompl = 0;
+    return &n;
+}
+
+BOOL_TNODE* reduce(BOOL_TNODE& n);
+
+void reduce_child(BOOL_TNODE*& child, unsigned char& flag)
+{
+    BOOL_TNODE* const reduced = is_operator(child) ? reduce(*child) : child;
+    if (reduced != child) {
+        delete std::exchange(child, reduced);
+        if (basbd_is_leaf(*reduced)) {
+            flag ^= std::exchange(reduced->lcompl, static_cast<unsigned char>(0));
+        }
+    }
+}
+
+BOOL_TNODE* reduce(BOOL_TNODE& n)
+{
+    reduce_child(n.left, n.lcompl);
+    reduce_child(n.right, n.rcompl);
+    if (n.left == nullptr && n.right == nullptr) {
+        n.op = BOOL_OP_ZERO;
+        n.lcompl = n.rcompl = 0;
+        return &n;
+    }
+    if (n.left == nullptr || n.right == nullptr) {
+        return n.left == nullptr ? complement_if(n.rcompl, n.right)
+                                 : complement_if(n.lcompl, n.left);
+    }
+    if (is_constant(*n.right)) {
+        return fold(n, n.right, n.rcompl, n.left, n.lcompl);
+    }
+    if (is_constant(*n.left)) {
+        return fold(n, n.left, n.lcompl, n.right, n.rcompl);
+    }
+    const bool same =
+        basbd_is_leaf(*n.left) && basbd_is_leaf(*n.right) && n.left->left == n.right->left;
+    return same ? fold_same(n) : &n;
+}
+
+void delete_leaf_of(const TECHMAP_SIG* sig, BOOL_TNODE*& child)
+{
+    if (child != nullptr && basbd_is_leaf(*child) && basbd_leaf_signal(*child) == sig) {
+        delete std::exchange(child, nullptr);
+    }
+}
+
+void remove(const TECHMAP_SIG* sig, BOOL_TNODE* n)
+{
+    for (; is_operator(n); n = n->left) {
+        remove(sig, n->right);
+        delete_leaf_of(sig, n->right);
+        delete_leaf_of(sig, n->left);
+    }
+}
+
+/// Gives a function the tree `tree`, reduced.
+void replace(BOOL_FUNC& f, BOOL_TNODE* tree)
+{
     free_tree(f.root);
-    f.root = cleaned;
-    if (!basbd_is_leaf(*cleaned)) {
-        f.root = cleaned->reducetrivialsubtrees();
+    f.root = tree;
+    reduce_child(f.root, f.rootcompl);
+}
+
+/// On a copy, as the library does for the sake of a pool that gives out.
+void remove_from(BOOL_FUNC& f)
+{
+    if (basbd_is_leaf(*f.root) && basbd_leaf_signal(*f.root) == signal(0)) {
+        replace(f, new BOOL_TNODE(BOOL_OP_ZERO));
+        return;
     }
-    if (f.root != cleaned) {
-        delete cleaned;
-    }
+    BOOL_TNODE* const rest = copy(*f.root);
+    remove(signal(0), rest);
+    replace(f, rest);
+}
+
+/// Puts a leaf before the tree. @return the size of what is then behind the leaf
+unsigned short lengthen(BOOL_FUNC& f)
+{
+    const auto size = static_cast<unsigned short>(f.root->countleaves());
+    auto* const leaf = new BOOL_TNODE(BOOL_OP_SIG, signal(1));
+    f.root = new BOOL_TNODE(BOOL_OP_AND, leaf, 1, f.root, 1);
+    f.nsuppt = 0xFFFF;
+    return size;
+}
+
+/// Detaches the right operand of the root, and frees the rest of the old tree last.
+void break_off(BOOL_FUNC& f)
+{
+    BOOL_TNODE* const old = f.root;
+    BOOL_TNODE* const part = std::exchange(old->right, nullptr);
+    f.root = copy(*old);
+    reduce_child(f.root, f.rootcompl);
+    free_tree(old, part);
+    free_tree(part);
 }
 
 const struct {
@@ -73,7 +213,13 @@ const struct {
          auto* const zero = new BOOL_TNODE(BOOL_OP_ZERO);
          free_tree(std::exchange(f->root, zero));
      }},
-    {[](owned& f) { f->cleanbufs(); }, [](owned& f) { clean(*f); }},
+    {[](owned& f) { f->cleanbufs(); }, [](owned& f) { replace(*f, copy(*f->root)); }},
+    {[](owned& f) { f->rmsigfromfunc(signal(0)); }, [](owned& f) { remove_from(*f); }},
+    {[](owned& f) { delete f->breakfunc(lengthen(*f)); },
+     [](owned& f) {
+         lengthen(*f);
+         break_off(*f);
+     }},
     {[](owned& f) {
          f->root->unmarknodes();
          f->root->markusage();
@@ -92,6 +238,7 @@ std::vector<long> events_of(void (*edit)(owned& f), unsigned number)
     tree_oracle::tree_kind shapes;
     shapes.depth = 1 + number % 6;
     shapes.shared = number % 3 != 0;
+    shapes.lone_right = number % 2 != 0;
     auto f = std::make_unique<BOOL_FUNC>();
     f->root = random_tree(random, shapes);
     events.clear();
