@@ -198,9 +198,9 @@ shared_functions share_inputs(const std::vector<function>& functions)
     for (const function& each : functions) {
         places.push_back(join_names(shared.inputs, each.inputs));
     }
+    const int width = std::max(1, static_cast<int>(shared.inputs.size())); // of constants, too
     for (std::size_t i = 0; i < functions.size() && shared.inputs.size() <= max_inputs; ++i) {
-        shared.tables.push_back(spread(functions[i].table, std::move(places[i]),
-                                       static_cast<int>(shared.inputs.size())));
+        shared.tables.push_back(spread(functions[i].table, std::move(places[i]), width));
     }
     return shared;
 }

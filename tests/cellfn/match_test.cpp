@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 #include <random>
+#include <variant>
 
 using namespace basbdcells;
 
@@ -100,6 +101,17 @@ TEST(match, inputs_without_effect_are_dropped)
     EXPECT_EQ(complements(from_hex(1, "0"), from_hex(5, "00000000"), inverters::none), 0);
     EXPECT_EQ(complements(from_hex(1, "3"), from_hex(2, "0"), inverters::allowed), 1);
     EXPECT_EQ(complements(from_hex(1, "3"), from_hex(2, "0"), inverters::none), -1);
+}
+
+/// A constant has no input, and yet its table has one.
+TEST(match, constants_share_no_inputs)
+{
+    const auto shared = share_inputs({std::get<function>(read_function("CONST1")),
+                                      std::get<function>(read_function("!CONST1"))});
+    EXPECT_TRUE(shared.inputs.empty());
+    ASSERT_EQ(shared.tables.size(), 2U);
+    EXPECT_EQ(shared.tables.front().value.get_hex_string(), "3");
+    EXPECT_EQ(shared.tables.back().value.get_hex_string(), "0");
 }
 
 } // namespace
