@@ -77,7 +77,7 @@ private:
 
     std::string expected_operand() const
     {
-        const char* constants = format.has_names ? "CONST0, CONST1" : "0, 1";
+        const char* constants = format.has(named_constants) ? "CONST0, CONST1" : "0, 1";
         const char* sign = is_sign('!') ? "'!'" : "'~'";
         return std::string("expected a pin, ") + constants + ", " + sign + " or '(' instead of ";
     }
@@ -110,13 +110,17 @@ private:
 
     void read_name(int first)
     {
-        if (first == '"' && format.has_quotes) {
+        if (first == '"' && format.has(quoted_pins)) {
             text.take();
-            push_pin(text.take_string());
+            std::string name = text.take_string();
+            if (name.empty()) {
+                fail("expected the name of a pin between the quotation marks");
+            }
+            push_pin(std::move(name));
             return;
         }
         const int line = text.line();
-        const bool is_single = format.has_letters && first >= 'A';
+        const bool is_single = format.has(single_letters) && first >= 'A';
         const std::string name =
             is_single ? std::string(1, static_cast<char>(first)) : text.take_word(name_characters);
         if (is_single && name_characters.contains(static_cast<char>(first))) {
@@ -125,8 +129,8 @@ private:
             fail(expected_operand() + shown(first));
         }
         const bool is_number = name.find_first_not_of("0123456789") == std::string::npos;
-        if ((format.has_digits && (name == "0" || name == "1")) ||
-            (format.has_names && (name == "CONST0" || name == "CONST1"))) {
+        if ((format.has(digit_constants) && (name == "0" || name == "1")) ||
+            (format.has(named_constants) && (name == "CONST0" || name == "CONST1"))) {
             result.steps.push_back({name.back() == '0' ? step_kind::zero : step_kind::one});
         } else if (is_number) {
             throw text_error(line, expected_operand() + quoted(name));
@@ -205,7 +209,7 @@ private:
     {
         const bool begins_operand =
             is_sign(first) || first == '"' || name_characters.contains(static_cast<char>(first));
-        if (!format.has_blanks || !begins_operand) {
+        if (!format.has(plain_products) || !begins_operand) {
             fail("expected an operator instead of " + shown(first));
         }
         levels.back().has_and = true;

@@ -17,6 +17,15 @@ enum class xor_rank {
     needs_parentheses ///< the formats differ, so nobody can know what is meant
 };
 
+/// What a format of expressions may have; several are joined by `|`.
+enum grammar_feature : unsigned {
+    digit_constants = 1, ///< 0 and 1
+    named_constants = 2, ///< CONST0 and CONST1
+    quoted_pins = 4,     ///< a pin may be in quotation marks
+    plain_products = 8,  ///< operands side by side are a product
+    single_letters = 16  ///< every letter is a pin
+};
+
 /// @brief What tells the formats of expressions apart.
 ///
 /// Binding, tightest first: `'` behind an operand, `!` before it; AND; XOR, unless it binds tighter
@@ -24,16 +33,16 @@ enum class xor_rank {
 struct grammar {
     char terminator; ///< ends the expression and is taken; 0 for the end of the text
     xor_rank exclusive;
-    std::string_view signs;   ///< the operators and parentheses that the format has
-    bool has_digits;          ///< 0 and 1 are constants
-    bool has_names;           ///< CONST0 and CONST1 are constants
-    bool has_quotes;          ///< a pin may be in quotation marks
-    bool has_blanks;          ///< operands side by side are a product
-    bool has_letters = false; ///< every letter is a pin
+    std::string_view signs; ///< the operators and parentheses that the format has
+    unsigned features;
+
+    constexpr bool has(grammar_feature feature) const { return (features & feature) != 0; }
 };
 
-constexpr grammar genlib_grammar{';', xor_rank::below_and, "!'*&^+|()", false, true, false, true};
-constexpr grammar liberty_grammar{'\0', xor_rank::above_and, "!'*&^+|()", true, false, true, true};
+constexpr grammar genlib_grammar{';', xor_rank::below_and, "!'*&^+|()",
+                                 named_constants | plain_products};
+constexpr grammar liberty_grammar{'\0', xor_rank::above_and, "!'*&^+|()",
+                                  digit_constants | quoted_pins | plain_products};
 
 /// Parentheses may be nested this deep.
 constexpr std::size_t max_nesting = 1000;

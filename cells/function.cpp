@@ -13,11 +13,11 @@ namespace {
 
 using names = std::vector<std::string>;
 
-constexpr grammar named_grammar{'\0', xor_rank::needs_parentheses, "!~'*&^+|()", true, true, true,
-                                true};
-constexpr grammar letter_grammar{
-    '\0', xor_rank::needs_parentheses, "!~'*&^+|()", true, false, false, true, true};
-constexpr grammar internal_grammar{'\0', xor_rank::below_and, "~*@+()", true, false, false, false};
+constexpr grammar named_grammar{'\0', xor_rank::needs_parentheses, "!~'*&^+|()",
+                                digit_constants | named_constants | quoted_pins | plain_products};
+constexpr grammar letter_grammar{'\0', xor_rank::needs_parentheses, "!~'*&^+|()",
+                                 digit_constants | plain_products | single_letters};
+constexpr grammar internal_grammar{'\0', xor_rank::below_and, "~*@+()", digit_constants};
 
 [[noreturn]] void refuse(const std::string& why) { throw text_error(1, why); }
 
