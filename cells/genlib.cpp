@@ -1,6 +1,7 @@
 #include "genlib.h"
 
 #include "basbdcells/text.h"
+#include "diagnostics.h"
 #include "expression_reader.h"
 #include "numbers.h"
 
@@ -170,14 +171,14 @@ void read_genlib(scanner& text, library& read)
             } else if (keyword == "PIN") {
                 read_pin(text, owner, described);
             } else if (keyword == "LATCH") {
-                read.diagnostics.push_back({line, "note: LATCH passed over", false});
+                add_diagnostic(read, {line, "note: LATCH passed over", false});
                 skip_statement(text);
             } else {
                 throw text_error(line, "expected GATE, PIN or LATCH instead of " +
                                            (keyword.empty() ? shown(first) : quoted(keyword)));
             }
         } catch (const text_error& error) {
-            read.diagnostics.push_back({error.line, error.what(), true});
+            add_diagnostic(read, {error.line, error.what(), true});
             skip_statement(text);
         }
     }

@@ -1,165 +1,105 @@
 #include "liberty_cell.h"
 
 #include "basbdcells/text.h"
-#include "expression_reader.h"
+#include "liberty_statement.h"
+#include "numbers.h"
 
-#include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 namespace basbdcells {
 
 namespace {
 
-constexpr std::array<const char*, 4> reason_texts{
-    "state, an internal node or another output in an output's function",
-    "a bus or bundle as output", "an output without a function",
-    "a three-state output, listed as it drives"};
-
-bool is_blank(const std::string& text)
+pin_direction direction_of(const std::string& text)
 {
-    return text.find_first_not_of(blanks) == std::string::npos;
-}
-
-/// A pin without a direction is one when something drives it.
-bool is_output(const liberty_pin& source)
-{
-    const pin_direction direction = source.result.direction;
-    const bool is_driven = source.function.has_value() || source.has_state_function;
-    return direction == pin_direction::output ||
-           (is_driven &&
-            (direction == pin_direction::inout || direction == pin_direction::unknown));
-}
-
-/// Whether a pin in the function of `user` carries a value from outside.
-bool is_input(const liberty_pin& source, const liberty_pin& user)
-{
-    const pin_direction direction = source.result.direction;
-    return &source == &user || direction == pin_direction::inout ||
-           (direction != pin_direction::internal && !is_output(source));
-}
-
-/// The pin that a name in a function means; a member of a bus may have no group of its own.
-const liberty_pin* find_pin(const liberty_cell& source, const std::string& name)
-{
-    const auto find = [&](const std::string& wanted) -> const liberty_pin* {
-        const auto found =
-            std::find_if(source.pins.begin(), source.pins.end(),
-                         [&](const liberty_pin& each) { return each.result.name == wanted; });
-        return found == source.pins.end() ? nullptr : &*found;
-    };
-    const liberty_pin* pin = find(name);
-    if (pin == nullptr) {
-        const liberty_pin* whole = find(name.substr(0, name.find_last_of("[<")));
-        pin = whole != nullptr && whole->is_bus ? whole : nullptr;
-    }
-    return pin;
+    return text == "input"      ? pin_direction::input
+           : text == "output"   ? pin_direction::output
+           : text == "inout"    ? pin_direction::inout
+           : text == "internal" ? pin_direction::internal
+                                : pin_direction::unknown;
 }
 
 } // namespace
 
-void liberty_outputs::fail(const liberty_cell& source, int line, const std::string& message)
+const liberty_pin* liberty_cell::find_pin(const std::string& name) const
 {
-    read.diagnostics.push_back(
-        {line, "cell " + printable(source.result.name) + ": " + message, true});
+    auto found = numbers.find(name);
+    if (found != numbers.end()) {
+        return &pins[found->second];
+    }
+    found = numbers.find(name.substr(0, name.find_last_of("[<")));
+    return found != numbers.end() && pins[found->second].is_bus ? &pins[found->second] : nullptr;
 }
 
-/// Reads the function of an output, or when it does not drive. @return whether it could be read
-bool liberty_outputs::read_function(const liberty_cell& source, const liberty_pin& from,
-                                    const placed_text& text, expression& to)
+pin_range liberty_cell::add_pins(const std::vector<std::string>& names, const liberty_pin& sample)
 {
-    const std::string place = "output " + printable(from.result.name) + ": ";
-    try {
-        scanner words(text.text, comments::none, text.line);
-        expression made = read_expression(words, liberty_grammar);
-        for (const std::string& name : made.pins) {
-            if (find_pin(source, name) == nullptr && source.states.count(name) == 0) {
-                throw text_error(text.line, quoted(name) + " is no pin of the cell");
-            }
+    const std::size_t first = pins.size();
+    for (const std::string& name : names) {
+        numbers.try_emplace(name, pins.size());
+        pins.push_back(sample);
+        pins.back().result.name = name;
+    }
+    return {first, pins.size()};
+}
+
+bool is_state_group(const std::string& kind)
+{
+    return kind == "ff" || kind == "latch" || kind == "ff_bank" || kind == "latch_bank" ||
+           kind == "statetable";
+}
+
+void liberty_cell::add_states(const std::string& kind, const std::vector<std::string>& names)
+{
+    const std::size_t first = kind == "statetable" ? 1 : 0; // the first list is of inputs
+    for (std::size_t i = first; is_state_group(kind) && i < names.size(); ++i) {
+        for (std::string& name : names_in(names[i])) {
+            states.insert(std::move(name));
         }
-        if (made.pins.size() > max_inputs) {
-            throw text_error(text.line, std::to_string(made.pins.size()) +
-                                            " inputs; expected at most " +
-                                            std::to_string(max_inputs));
-        }
-        to = std::move(made);
-        return true;
-    } catch (const text_error& error) {
-        fail(source, error.line, place + error.what());
-        return false;
     }
 }
 
-/// Makes the output of a pin. @return why it has none, or what is peculiar about it
-std::optional<liberty_outputs::reason>
-liberty_outputs::classify(const liberty_cell& source, const liberty_pin& from, output& made)
+void liberty_cell::close_bus(pin_range bus)
 {
-    if (from.is_bus || from.is_member) {
-        return bus;
-    }
-    if (from.has_state_function) {
-        return state;
-    }
-    if (!from.function || is_blank(from.function->text)) {
-        return no_function;
-    }
-    expression function;
-    const bool is_three_state = from.three_state && !is_blank(from.three_state->text);
-    if (!read_function(source, from, *from.function, function) ||
-        (is_three_state && !read_function(source, from, *from.three_state, made.three_state))) {
-        return std::nullopt;
-    }
-    for (const auto* pins : {&function.pins, &made.three_state.pins}) {
-        if (!std::all_of(pins->begin(), pins->end(), [&](const std::string& name) {
-                return source.states.count(name) == 0 && is_input(*find_pin(source, name), from);
-            })) {
-            return state;
+    for (std::size_t i = bus.last; i < pins.size(); ++i) {
+        pin_direction& direction = pins[i].result.direction;
+        if (direction == pin_direction::unknown) {
+            direction = pins[bus.first].result.direction;
         }
     }
-    made.function = std::move(function);
-    return is_three_state ? std::optional(three_state) : std::nullopt;
 }
 
-void liberty_outputs::add(liberty_cell source)
+std::string liberty_cell::set_attribute(const std::string& name, const std::string& value)
 {
-    std::array<bool, reasons> seen{};
-    for (const liberty_pin& each : source.pins) {
-        if (!is_output(each)) {
-            continue;
-        }
-        output made;
-        made.name = each.result.name;
-        const std::optional<reason> why = classify(source, each, made);
-        if (!made.function.steps.empty()) {
-            made.line = each.function->line;
-            source.result.outputs.push_back(std::move(made));
-        }
-        if (why && !std::exchange(seen[*why], true)) {
-            tally& all = tallies[*why];
-            constexpr std::size_t most_named = 8;
-            if (all.count++ < most_named) {
-                all.first_names += ' ' + printable(source.result.name);
-            }
-        }
+    if (name == "area") {
+        result.area = to_value(value);
+        return result.area ? "" : "expected a number as the area instead of " + quoted(value);
     }
-    for (liberty_pin& each : source.pins) {
-        source.result.pins.push_back(std::move(each.result));
+    if (name == "dont_use") {
+        result.dont_use = value == "true";
+    } else {
+        result.attributes.push_back({name, value});
     }
-    read.cells.push_back(std::move(source.result));
+    return "";
 }
 
-void liberty_outputs::finish()
+std::string liberty_cell::set_pin_attribute(pin_range of, const std::string& name,
+                                            const placed_text& value)
 {
-    for (std::size_t i = 0; i < reasons; ++i) {
-        const tally& all = tallies[i];
-        if (all.count > 0) {
-            read.diagnostics.push_back({0,
-                                        "note: " + std::to_string(all.count) +
-                                            (all.count == 1 ? " cell with " : " cells with ") +
-                                            reason_texts[i] + ":" + all.first_names,
-                                        false});
+    for (std::size_t i = of.first; i < of.last; ++i) {
+        liberty_pin& made = pins[i];
+        if (name == "direction") {
+            made.result.direction = direction_of(value.text);
+        } else if (name == "function") {
+            made.function = value;
+        } else if (name == "three_state") {
+            made.three_state = value;
+        } else {
+            made.has_state_function |= name == "state_function";
+            made.result.attributes.push_back({name, value.text});
         }
     }
+    const bool is_wrong = name == "direction" && direction_of(value.text) == pin_direction::unknown;
+    return is_wrong ? "expected a direction instead of " + quoted(value.text) : "";
 }
 
 } // namespace basbdcells

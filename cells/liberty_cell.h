@@ -1,14 +1,14 @@
 /// @file
-/// @brief What a Liberty library says of one cell, and the outputs that this makes.
+/// @brief What a Liberty library says of one cell.
 #pragma once
 
 #include "basbdcells/library.h"
 
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace basbdcells {
@@ -29,39 +29,38 @@ struct liberty_pin {
     bool is_member = false; ///< belongs to the last bus or bundle before it
 };
 
+/// Pins that one group makes: indices into `liberty_cell::pins`.
+struct pin_range {
+    std::size_t first = 0;
+    std::size_t last = 0; ///< behind them
+};
+
 /// A `cell` group.
 struct liberty_cell {
     cell result;
     std::vector<liberty_pin> pins;
     std::set<std::string> states; ///< the variables of its flip-flops, latches and state tables
-};
 
-/// @brief Makes cells of what was read, and counts the outputs that get no row, or a peculiar one.
-class liberty_outputs {
-public:
-    explicit liberty_outputs(library& to) : read(to) {}
-    void add(liberty_cell source);
-    /// Adds the notes.
-    void finish();
+    /// The pin that a name in a function means: a member of a bus may have no group of its own.
+    const liberty_pin* find_pin(const std::string& name) const;
+
+    /// @param sample  what all of them are but for the name
+    pin_range add_pins(const std::vector<std::string>& names, const liberty_pin& sample);
+    /// Adds the variables of a group that holds state; nothing of any other.
+    void add_states(const std::string& kind, const std::vector<std::string>& names);
+    /// @brief Gives the members of a bus or bundle, which are its last pins, its direction.
+    void close_bus(pin_range bus);
+
+    /// @return what is wrong with the value, empty when nothing is
+    std::string set_attribute(const std::string& name, const std::string& value);
+    /// Sets an attribute of some pins. @return what is wrong with the value
+    std::string set_pin_attribute(pin_range of, const std::string& name, const placed_text& value);
 
 private:
-    /// Why an output is told of.
-    enum reason : std::size_t { state, bus, no_function, three_state, reasons };
-
-    bool read_function(const liberty_cell& source, const liberty_pin& from, const placed_text& text,
-                       expression& to);
-    std::optional<reason> classify(const liberty_cell& source, const liberty_pin& from,
-                                   output& made);
-    void fail(const liberty_cell& source, int line, const std::string& message);
-
-    /// The cells with outputs of one kind.
-    struct tally {
-        std::size_t count = 0;
-        std::string first_names;
-    };
-
-    library& read;
-    std::array<tally, reasons> tallies;
+    std::unordered_map<std::string, std::size_t> numbers; ///< of the first pin of each name
 };
+
+/// Whether a group of this kind holds the state of a cell.
+bool is_state_group(const std::string& kind);
 
 } // namespace basbdcells

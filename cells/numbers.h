@@ -7,7 +7,13 @@
 
 namespace basbdcells {
 
-/// The finite number that a text is, if it is one as a whole.
+/// The finite number that is the whole text, whatever the locale.
 std::optional<double> to_number(std::string_view text);
+
+/// @brief The finite value of an arithmetic expression: `+`, `-`, `*`, `/`, parentheses and
+/// numbers.
+///
+/// None for anything else, names too.
+std::optional<double> to_value(std::string_view expression);
 
 } // namespace basbdcells

@@ -10,11 +10,19 @@ bool scanner::fetch()
 {
     if (refill) {
         block = refill();
+        begin = block.data();
     }
     if (block.empty()) {
         refill = nullptr;
     }
     return !block.empty();
+}
+
+void scanner::set_block(std::string text)
+{
+    joined = std::move(text);
+    block = joined;
+    begin = block.data();
 }
 
 void scanner::advance(std::size_t count)
@@ -40,17 +48,36 @@ bool scanner::take_if(char c)
     return is_next;
 }
 
-bool scanner::starts_with(std::string_view text)
+/// The character so many behind the next one.
+int scanner::at(std::size_t place)
 {
-    while (block.size() < text.size() && refill) {
+    while (block.size() <= place && refill) {
         std::string longer(block);
         if (fetch()) {
             longer.append(block);
         }
-        joined = std::move(longer);
-        block = joined;
+        set_block(std::move(longer));
     }
-    return block.substr(0, text.size()) == text;
+    return place < block.size() ? static_cast<unsigned char>(block[place]) : end;
+}
+
+bool scanner::starts_with(std::string_view text)
+{
+    return at(text.size() - 1) != end && block.substr(0, text.size()) == text;
+}
+
+/// Whether the line goes on behind its end: there stands a backslash, and by oversight blanks.
+bool scanner::is_continued()
+{
+    constexpr std::size_t most_blanks = 80;
+    std::size_t place = 0;
+    if (at(place) == '\\') {
+        do {
+            ++place;
+        } while (place < most_blanks &&
+                 (at(place) == ' ' || at(place) == '\t' || at(place) == '\r'));
+    }
+    return at(place) == '\n' && place > 0;
 }
 
 void scanner::pass_line()
@@ -72,12 +99,12 @@ bool scanner::pass_comment()
         return false;
     }
     if (c == '\\') {
-        const bool is_continued = starts_with("\\\n") || starts_with("\\\r\n");
-        if (is_continued) {
+        const bool is_passed = is_continued();
+        if (is_passed) {
             pass_line();
             take();
         }
-        return is_continued;
+        return is_passed;
     }
     if (!starts_with("/*")) {
         return false;
@@ -94,16 +121,22 @@ bool scanner::pass_comment()
     return true;
 }
 
-void scanner::pass(const char_set& members)
+bool scanner::pass(const char_set& members)
 {
+    bool any = false;
     while (next() != end) {
         const auto* const stop = std::find_if_not(block.begin(), block.end(),
                                                   [&](char c) { return members.contains(c); });
+        any |= stop != block.begin();
         advance(static_cast<std::size_t>(stop - block.begin()));
-        if (!block.empty() && !pass_comment()) {
-            return;
+        if (!block.empty()) {
+            if (!pass_comment()) {
+                break;
+            }
+            any = true;
         }
     }
+    return any;
 }
 
 int scanner::peek()
@@ -130,41 +163,101 @@ std::string scanner::take_word(const char_set& members, std::size_t limit)
     return word;
 }
 
+namespace {
+
+/// What a string has behind its first line end, as long as it may have to be put back.
+class lines_of_string {
+public:
+    void begin() { is_kept = true; }
+    void add(std::string_view piece)
+    {
+        is_kept = is_kept && text.size() + piece.size() <= longest;
+        if (is_kept) {
+            text += piece;
+        }
+    }
+    /// Whether a "{" behind a ")" is among the last characters.
+    bool has_group(std::size_t last) const
+    {
+        for (std::size_t at = text.find('{', text.size() - std::min(last, text.size()));
+             at != std::string::npos; at = text.find('{', at + 1)) {
+            const std::size_t before = text.find_last_not_of(blanks, at == 0 ? 0 : at - 1);
+            if (before != std::string::npos && text[before] == ')') {
+                return true;
+            }
+        }
+        return false;
+    }
+    bool can_be_put_back() const { return is_kept; }
+    const std::string& kept() const { return text; }
+
+private:
+    static constexpr std::size_t longest = 4096; ///< a string of more is no slip
+    std::string text;
+    bool is_kept = false;
+};
+
+} // namespace
+
 std::string scanner::take_string(std::size_t limit)
 {
     const int first_line = current_line;
     std::string text;
-    const auto keep = [&](std::size_t count) {
-        text.append(block.substr(0, std::min(count, limit - text.size())));
+    lines_of_string behind;
+    const auto pass = [&](std::size_t count) {
+        behind.add(block.substr(0, count));
         advance(count);
     };
+    const auto keep = [&](std::size_t count) {
+        text.append(block.substr(0, std::min(count, limit - text.size())));
+        pass(count);
+    };
     while (next() != end) {
-        const std::size_t quote = std::min(block.find('"'), block.size());
-        keep(std::min(block.substr(0, quote).find('\\'), quote));
+        std::size_t stop = std::min(block.find('"'), block.size());
+        stop = std::min(block.substr(0, stop).find('\n'), stop);
+        stop = std::min(block.substr(0, stop).find('\\'), stop);
+        keep(stop);
+        if (behind.can_be_put_back() && behind.has_group(stop)) {
+            break;
+        }
         if (block.empty()) {
             continue;
         }
-        if (take_if('"')) {
-            return text;
-        }
-        if (starts_with("\\\n") || starts_with("\\\r\n")) {
-            pass_line();
-            take();
-        } else if (starts_with("\\\"")) {
+        switch (block.front()) {
+        case '"':
             advance(1);
+            return text;
+        case '\n':
             keep(1);
-        } else {
-            keep(starts_with("\\\\") ? 2 : 1);
+            behind.begin();
+            break;
+        default: // a backslash
+            if (is_continued()) {
+                pass(block.find('\n') + 1);
+            } else if (starts_with("\\\"")) {
+                pass(1);
+                keep(1);
+            } else {
+                keep(starts_with("\\\\") ? 2 : 1);
+            }
         }
+    }
+    if (behind.can_be_put_back()) {
+        put_back(behind.kept());
     }
     throw text_error(first_line, "string without an end");
 }
 
-void scanner::put_back(std::string_view word)
+void scanner::put_back(std::string_view taken)
 {
-    std::string longer(word);
-    joined = std::move(longer.append(block));
-    block = joined;
+    current_line -= static_cast<int>(std::count(taken.begin(), taken.end(), '\n'));
+    const std::string_view before(begin, static_cast<std::size_t>(block.data() - begin));
+    if (before.size() >= taken.size() &&
+        before.substr(before.size() - taken.size()) == taken) { // as a rule: no copy
+        block = {block.data() - taken.size(), block.size() + taken.size()};
+    } else {
+        set_block(std::string(taken).append(block));
+    }
 }
 
 std::string shown(int character)

@@ -73,7 +73,7 @@ public:
     scanner(block_source more, comments style) : refill(std::move(more)), passed(style) {}
     /// @param whole  the text, which outlives the scanner
     scanner(std::string_view whole, comments style, int first_line = 1)
-        : block(whole), passed(style), current_line(first_line)
+        : block(whole), begin(whole.data()), passed(style), current_line(first_line)
     {
     }
 
@@ -88,8 +88,8 @@ public:
     void take();
     /// Takes it if it is `c`.
     bool take_if(char c);
-    /// Passes blanks and comments, but no line end.
-    void pass_blanks_of_line() { pass(char_set(" \t\r\v\f")); }
+    /// Passes blanks and comments, but no line end. @return whether there were any
+    bool pass_blanks_of_line() { return pass(char_set(" \t\r\v\f")); }
     /// Passes the rest of the line, its end not included.
     void pass_line();
 
@@ -98,11 +98,16 @@ public:
     std::string take_word(const char_set& members, std::size_t limit = std::string::npos);
     /// @brief Takes a string up to its quotation mark, the first of which has been taken. `\"`
     /// stands for a quotation mark, and a backslash before a line end goes with it.
+    ///
+    /// A string may go on over line ends. One whose mark is missing would end at the first mark of
+    /// the next string, so a group that begins in it says that it was to end on its first line:
+    /// what stands behind that is the next text again, and text_error is thrown, as it is when the
+    /// text ends.
     /// @param limit  further characters are taken but not kept
     std::string take_string(std::size_t limit = std::string::npos);
 
-    /// Makes a word that was taken the next text again.
-    void put_back(std::string_view word);
+    /// Makes what was taken the next text again.
+    void put_back(std::string_view taken);
 
     /// The line of the next character, counted from 1.
     int line() const { return current_line; }
@@ -110,13 +115,18 @@ public:
 
 private:
     bool fetch();
+    int at(std::size_t place);
     bool starts_with(std::string_view text);
-    void pass(const char_set& members);
+    bool is_continued();
+    bool pass(const char_set& members);
     bool pass_comment();
     void advance(std::size_t count);
 
-    std::string_view block; ///< what is left of it
-    std::string joined;     ///< a block that begins with the rest of the one before
+    void set_block(std::string text);
+
+    std::string_view block;      ///< what is left of it
+    const char* begin = nullptr; ///< of the whole block
+    std::string joined;          ///< a block that begins with the rest of the one before
     block_source refill;
     comments passed;
     int current_line = 1;

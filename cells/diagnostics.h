@@ -1,0 +1,17 @@
+/// @file
+/// @brief Adds what is to be told of a library.
+#pragma once
+
+#include "basbdcells/library.h"
+
+#include <cstddef>
+
+namespace basbdcells {
+
+/// A file that is no library at all may have a fault on every line.
+constexpr std::size_t most_diagnostics = 1000;
+
+/// Adds a diagnostic, or a last one that says that there are more.
+void add_diagnostic(library& to, diagnostic added);
+
+} // namespace basbdcells
