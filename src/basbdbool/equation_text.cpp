@@ -73,6 +73,13 @@ bool right_needs_parentheses(const BOOL_TNODE& node)
     return node.right->op != node.op || node.rcompl != 0;
 }
 
+/// Writes a character if asked to: without a branch, for nobody foresees where complements are.
+char* write_if(bool is_asked, char* cur, char character)
+{
+    *cur = character;
+    return cur + static_cast<int>(is_asked);
+}
+
 char* write_operator(char* cur, signed char op)
 {
     constexpr char characters[] = {'*', '@', '+'};
@@ -119,9 +126,7 @@ char* write_operator(char* cur, signed char op)
             *cur++ = '0';
             return step::past;
         }
-        if (node.lcompl != 0) {
-            *cur++ = '~';
-        }
+        cur = write_if(node.lcompl != 0, cur, '~');
         if (basbd_is_leaf(*node.left)) {
             cur = write_leaf(buffer, cur, *node.left, reports);
             return step::past;
@@ -134,23 +139,17 @@ char* write_operator(char* cur, signed char op)
             return step::past;
         }
         cur = write_operator(buffer.with_room(cur, room_for_a_node), node.op);
-        if (node.rcompl != 0) {
-            *cur++ = '~';
-        }
+        cur = write_if(node.rcompl != 0, cur, '~');
         if (basbd_is_leaf(*node.right)) {
             cur = write_leaf(buffer, cur, *node.right, reports);
             return step::past;
         }
-        if (right_needs_parentheses(node)) {
-            *cur++ = '(';
-        }
+        cur = write_if(right_needs_parentheses(node), cur, '(');
         return step::below;
     };
     walk(&root, left, right, [&](const BOOL_TNODE& node, branch side) {
-        if (side == branch::left || right_needs_parentheses(node)) {
-            cur = buffer.with_room(cur, 1);
-            *cur++ = ')';
-        }
+        const bool is_closed = side == branch::left || right_needs_parentheses(node);
+        cur = write_if(is_closed, buffer.with_room(cur, 1), ')');
     });
     return cur;
 }
