@@ -11,6 +11,9 @@
 
 namespace basbdcells {
 
+/// @addtogroup cells Cell libraries
+/// @{
+
 /// The most inputs of a function: an external equation names its inputs by letters.
 constexpr std::size_t max_inputs = 26;
 
@@ -19,7 +22,7 @@ enum class step_kind { zero, one, pin, complement, conjunction, exclusive, disju
 
 /// A step, and its pin when it has one.
 struct step {
-    step_kind kind;
+    step_kind kind;      ///< what it does
     std::size_t pin = 0; ///< index into `expression::pins`, in a step of kind `pin`
 };
 
@@ -30,7 +33,7 @@ struct step {
 /// An expression without steps stands for no function.
 struct expression {
     std::vector<std::string> pins; ///< in the order in which the text first names them
-    std::vector<step> steps;
+    std::vector<step> steps;       ///< none, or as many as leave one value on the stack
 };
 
 /// @brief Runs an expression that has steps. `operand(step)` makes the value of a pin or a
@@ -66,5 +69,7 @@ auto evaluate(const expression& source, operand_maker operand, complement_maker 
 /// An expression without pins gets a table of one input, on which it does not depend.
 /// @param source  has steps and at most `max_inputs` pins
 BASBD_API BOOL_TRUTH_TABLE table_of(const expression& source);
+
+/// @}
 
 } // namespace basbdcells

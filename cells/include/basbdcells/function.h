@@ -11,11 +11,14 @@
 
 namespace basbdcells {
 
+/// @addtogroup cells Cell libraries
+/// @{
+
 /// A function over named inputs.
 struct function {
     std::vector<std::string> inputs; ///< input i of `table` has the name `inputs[i]`
-    BOOL_TRUTH_TABLE table;
-    expression source; ///< over all `inputs`; without steps when the text is a column
+    BOOL_TRUTH_TABLE table;          ///< its values
+    expression source;               ///< over all `inputs`; without steps when the text is a column
 };
 
 /// @brief Reads a function.
@@ -35,5 +38,7 @@ struct function {
 /// @return the function, or what is wrong with the text, printable
 BASBD_API std::variant<function, std::string>
 read_function(std::string_view text, int width = 0, const std::vector<std::string>& pins = {});
+
+/// @}
 
 } // namespace basbdcells

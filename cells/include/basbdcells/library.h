@@ -12,9 +12,12 @@
 
 namespace basbdcells {
 
+/// @addtogroup cells Cell libraries
+/// @{
+
 /// What a file says of a cell or a pin and this library does not look into.
 struct attribute {
-    std::string name;
+    std::string name;  ///< `pg_type`, say
     std::string value; ///< as the file has it, without quotation marks
 };
 
@@ -23,14 +26,14 @@ enum class pin_direction { unknown, input, output, inout, internal };
 
 /// A pin of a cell. Supply pins are none.
 struct pin {
-    std::string name;
-    pin_direction direction = pin_direction::unknown;
+    std::string name;                                 ///< as the file has it
+    pin_direction direction = pin_direction::unknown; ///< as far as the file tells it
     std::vector<attribute> attributes; ///< of Liberty the simple attributes, of genlib the PIN line
 };
 
 /// An output that is a function of input pins.
 struct output {
-    std::string name;
+    std::string name;    ///< of its pin
     expression function; ///< its pins in the order in which the text names them
     /// While it is 1 the output does not drive; without steps where the output always drives.
     expression three_state;
@@ -39,13 +42,13 @@ struct output {
 
 /// @brief A cell. One that holds state, or nothing but filling, has no `outputs`.
 struct cell {
-    std::string name;
-    std::optional<double> area;
-    std::vector<output> outputs; ///< as far as they are functions of input pins
-    std::vector<pin> pins;
-    std::vector<attribute> attributes;
-    bool dont_use = false; ///< the library advises against it
-    int line = 0;          ///< where it begins
+    std::string name;                  ///< in a faulty library several cells may share it
+    std::optional<double> area;        ///< in the library's unit; none where the file has none
+    std::vector<output> outputs;       ///< as far as they are functions of input pins
+    std::vector<pin> pins;             ///< all that are not for supply
+    std::vector<attribute> attributes; ///< of Liberty the simple ones
+    bool dont_use = false;             ///< the library advises against it
+    int line = 0;                      ///< where it begins
 };
 
 /// @brief Something that whoever reads the library must know.
@@ -57,9 +60,9 @@ struct diagnostic {
 
 /// A cell library as far as it could be read.
 struct library {
-    std::vector<cell> cells; ///< in the order of the file
-    std::vector<diagnostic> diagnostics;
-    bool has_error() const; ///< whether a diagnostic is one
+    std::vector<cell> cells;             ///< in the order of the file
+    std::vector<diagnostic> diagnostics; ///< in the order in which they were found
+    bool has_error() const;              ///< whether a diagnostic is one
 };
 
 inline bool library::has_error() const
@@ -83,5 +86,7 @@ BASBD_API library read_library(std::string_view text);
 /// As `read_library`; a file that cannot be read, or is damaged, is a diagnostic, too.
 /// @param path  the file; "-" is standard input
 BASBD_API library read_library_file(const std::string& path);
+
+/// @}
 
 } // namespace basbdcells

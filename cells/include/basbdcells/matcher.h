@@ -14,12 +14,15 @@
 
 namespace basbdcells {
 
+/// @addtogroup cells Cell libraries
+/// @{
+
 /// What an input pin of a cell is connected to.
 struct connection {
-    static constexpr int tied = -1;
-    int input = tied;      ///< an input of the functions; `tied` to a constant
-    bool inverted = false; ///< through an inverter
-    bool constant = false; ///< what it is tied to
+    static constexpr int tied = -1; ///< as `input`: a constant
+    int input = tied;               ///< an input of the functions, or `tied`
+    bool inverted = false;          ///< through an inverter
+    bool constant = false;          ///< what it is tied to
 };
 
 /// How cells with some outputs implement as many functions.
@@ -58,6 +61,8 @@ struct match;
 /// inputs leave little to try; the worst case is exponential in their number.
 class BASBD_API matcher {
 public:
+    /// @param wanted  what the cells are to implement, all at once
+    /// @param use     whether complements count as found
     explicit matcher(const function_set& wanted, inverters use = inverters::allowed);
 
     /// The number of functions that are wanted.
@@ -83,7 +88,7 @@ private:
 
 /// @brief Some outputs of a cell as functions of its pins.
 struct candidate {
-    const cell* source;
+    const cell* source;               ///< the cell, which outlives this
     std::vector<std::size_t> outputs; ///< indices into `source->outputs`
     /// @brief All inputs of the cell, first those of the outputs' functions as these name them.
     std::vector<std::string> pins;
@@ -102,8 +107,8 @@ BASBD_API void tie_the_rest(const candidate& cell, binding& how);
 
 /// A candidate, and how it implements the functions that are wanted.
 struct match {
-    candidate cell;
-    binding connections;
+    candidate cell;      ///< the outputs that implement them
+    binding connections; ///< of all the cell's inputs
 
     /// The cell's area, if it is known, and that of the inverters.
     BASBD_API std::optional<double> cost(double inverter_area) const;
@@ -112,6 +117,8 @@ struct match {
 /// @brief The best match of each candidate: the cheapest first, then by complements and name.
 /// @param cells   views of them are returned
 /// @param wanted  what the cells are to implement, all at once
+/// @param use     whether inverters may stand before and behind a cell
+/// @param inverter_area  what each of them costs, at least 0
 BASBD_API std::vector<match> find_matches(const std::vector<cell>& cells,
                                           const function_set& wanted,
                                           inverters use = inverters::allowed,
@@ -122,8 +129,8 @@ BASBD_API void sort_matches(std::vector<match>& matches, double inverter_area);
 
 /// Sets of functions over the union of their inputs.
 struct shared_functions {
-    std::vector<std::string> inputs;
-    std::vector<BOOL_TRUTH_TABLE> tables;
+    std::vector<std::string> inputs;      ///< their names, each once
+    std::vector<BOOL_TRUTH_TABLE> tables; ///< of each function over all `inputs`
 };
 
 /// @brief Functions over the inputs of all of them, which are joined by name. The union has at most
@@ -132,8 +139,8 @@ BASBD_API shared_functions share_inputs(const std::vector<function>& functions);
 
 /// An output of a cell.
 struct cell_output {
-    const cell* source;
-    std::size_t output;
+    const cell* source; ///< the cell, which outlives this
+    std::size_t output; ///< index into `source->outputs`
 };
 
 /// Outputs that are one function.
@@ -145,8 +152,11 @@ struct cell_class {
 /// @brief Sorts the outputs of cells into classes of one function up to the order of its inputs
 /// and, where inverters are allowed, to complements of inputs and output.
 /// @param cells  views of them are returned
+/// @param use    whether complements are one function
 /// @return the classes by number of inputs, then by the area of the cheapest member
 BASBD_API std::vector<cell_class> classes_of(const std::vector<const cell*>& cells,
                                              inverters use = inverters::allowed);
+
+/// @}
 
 } // namespace basbdcells

@@ -10,6 +10,9 @@
 
 namespace basbdcells {
 
+/// @addtogroup cells Cell libraries
+/// @{
+
 /// Of what a message quotes.
 constexpr std::size_t longest_quoted = 60;
 
@@ -23,5 +26,7 @@ BASBD_API std::string elide(std::string_view text, std::size_t limit);
 
 /// The text in quotation marks as a message shows it, printable and no longer than is read.
 BASBD_API std::string quoted(std::string_view text);
+
+/// @}
 
 } // namespace basbdcells
