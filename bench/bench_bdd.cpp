@@ -154,6 +154,9 @@ void measure(const std::string& name, section_lists& sections)
 int main()
 {
     bench::print_heading("BDDs", "BuDDy");
+    std::puts(
+        "(first each circuit: time on the hash store and of BuDDy, their ratio, that to BuDDy's\n"
+        " apply, and that of the tree store to the hash store)");
     section_lists sections;
     measure<queens<6>>("queens 6", sections);
     measure<queens<7>>("queens 7", sections);
