@@ -118,15 +118,24 @@ TEST(manager, has_no_nodes_for_foreign_variables)
     BDD_NODE* const c = large.variable(2);
     BDD_NODE* const both = bdd_oracle::ifthenelse(large.bdds, b, c, basbdd_zero);
     BDD_NODE* const all = bdd_oracle::ifthenelse(large.bdds, large.variable(0), both, basbdd_zero);
-    const auto ite = [&](auto... operands) { return small.bdds.ifthenelse(operands...); };
-    EXPECT_EQ(ite(both, basbdd_zero, basbdd_one), negate(both));
-    EXPECT_EQ(ite(basbdd_one, c, nullptr), c);
-    EXPECT_EQ(ite(basbdd_zero, nullptr, c), c);
-    EXPECT_EQ(ite(c, nullptr, b), nullptr);
-    EXPECT_EQ(ite(b, c, basbdd_zero), nullptr);
-    EXPECT_EQ(ite(both, negate(c), basbdd_one), nullptr);
-    EXPECT_EQ(ite(both, negate(c), c), nullptr);
-    EXPECT_EQ(ite(all, negate(c), basbdd_one), nullptr);
+    const struct {
+        BDD_NODE* f;
+        BDD_NODE* g;
+        BDD_NODE* h;
+        BDD_NODE* result;
+    } cases[] = {
+        {both, basbdd_zero, basbdd_one, negate(both)},
+        {basbdd_one, c, nullptr, c},
+        {basbdd_zero, nullptr, c, c},
+        {c, nullptr, b, nullptr},
+        {b, c, basbdd_zero, nullptr},
+        {both, negate(c), basbdd_one, nullptr},
+        {both, negate(c), c, nullptr},
+        {all, negate(c), basbdd_one, nullptr},
+    };
+    for (const auto& [f, g, h, result] : cases) {
+        EXPECT_EQ(small.bdds.ifthenelse(f, g, h), result);
+    }
     EXPECT_EQ(small.bdds.compose(both, 2, b), nullptr);
     EXPECT_EQ(small.bdds.compose(both, 2, c), nullptr);
     EXPECT_EQ(small.bdds.compose(c, 2, nullptr), nullptr);
