@@ -154,7 +154,7 @@ void free_chain(BOOL_TNODE* root)
     }
 }
 
-/// Apart, so that the chains do without its registers.
+/// Out of line, so that freeing a chain does not save registers for it.
 [[gnu::noinline]] void free_branched_tree(BOOL_TNODE* root)
 {
     dying_nodes dying;
