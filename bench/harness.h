@@ -28,7 +28,8 @@ inline double cpu_seconds()
 }
 
 /// CPU seconds of one call of `work`, averaged over `repeats` calls.
-inline double timed(const std::function<void()>& work, int repeats)
+template <typename work_type>
+double timed(const work_type& work, int repeats)
 {
     const double start = cpu_seconds();
     for (int i = 0; i < repeats; ++i) {
@@ -38,7 +39,8 @@ inline double timed(const std::function<void()>& work, int repeats)
 }
 
 /// Calls that make a sample of some two milliseconds; the first call also warms up.
-inline int calibrated_repeats(const std::function<void()>& work)
+template <typename work_type>
+int calibrated_repeats(const work_type& work)
 {
     constexpr double sample_seconds = 2e-3;
     timed(work, 1);
@@ -56,19 +58,38 @@ inline double median(std::vector<double> values)
     return *middle;
 }
 
-/// @brief Times both contenders in turn, round by round, and answers the median of the rounds'
-/// ratios: the machine's drift cancels out.
+/// CPU seconds of one call of each contender, and the ratio of the two.
+struct comparison {
+    double work;
+    double partner;
+    double ratio;
+};
+
+/// @brief Times both contenders in turn, round by round, and answers the medians over the rounds:
+/// the machine's drift cancels out of their ratio.
+///
+/// What the contenders call is compiled into the loop where it can be.
+template <typename work_type, typename partner_type>
+comparison compared(const work_type& work, const partner_type& partner, int rounds = 15)
+{
+    const int work_repeats = calibrated_repeats(work);
+    const int partner_repeats = calibrated_repeats(partner);
+    std::vector<double> work_times;
+    std::vector<double> partner_times;
+    std::vector<double> ratios;
+    for (int round = 0; round < rounds; ++round) {
+        work_times.push_back(timed(work, work_repeats));
+        partner_times.push_back(timed(partner, partner_repeats));
+        ratios.push_back(work_times.back() / partner_times.back());
+    }
+    return {median(work_times), median(partner_times), median(ratios)};
+}
+
+/// The median ratio of two contenders that are called alike.
 inline double ratio(const std::function<void()>& work, const std::function<void()>& floor,
                     int rounds = 15)
 {
-    const int work_repeats = calibrated_repeats(work);
-    const int floor_repeats = calibrated_repeats(floor);
-    std::vector<double> ratios;
-    for (int round = 0; round < rounds; ++round) {
-        const double work_time = timed(work, work_repeats);
-        ratios.push_back(work_time / timed(floor, floor_repeats));
-    }
-    return median(ratios);
+    return compared(work, floor, rounds).ratio;
 }
 
 inline double geometric_mean(const std::vector<double>& values)
