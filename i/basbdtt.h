@@ -172,8 +172,8 @@ public:
 
     /// @brief Renumbers all inputs: old input j becomes new input perm[j].
     ///
-    /// Takes at most five passes over the column: in place up to width 6, beyond with one new
-    /// column beside it. The width is at least 1: "width>=1".
+    /// Up to width 12 it works in place, one exchange after the other; a wider column takes at most
+    /// five passes and one new column beside it. The width is at least 1: "width>=1".
     /// @param perm  `get_width()` entries of the caller, a permutation of 0 to width - 1:
     ///              "perm[i]>=0 && perm[i]<get_width() && !(x & (1<<perm[i]))"
     void rotate_inputs(int* perm);

@@ -19,6 +19,8 @@ constexpr int word_inputs = 5;
 /// Inputs 0 to 5 select a bit inside a pair of words.
 constexpr int pair_inputs = 6;
 
+constexpr std::size_t index(int input) { return static_cast<std::size_t>(input); }
+
 /// Words of a column of 2^width bits; a column of width 0 takes one.
 constexpr std::size_t words_for_width(int width)
 {

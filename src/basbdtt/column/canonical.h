@@ -45,4 +45,39 @@ inline void make_canonical(TRUTH_TABLE_VAL& value, int width)
     value.bit_count = std::int32_t{1} << width;
 }
 
+/// Whether the column is one word or one pair, as the width asks for.
+inline bool is_narrow(const BOOL_TRUTH_TABLE& table)
+{
+    const std::size_t size = table.value.words.size();
+    return table.width == pair_inputs ? size == 2
+                                      : size == 1 && table.width > 0 && table.width < pair_inputs;
+}
+
+/// Whether the column is longer than a pair, and as long as the width asks for.
+inline bool is_wide(const BOOL_TRUTH_TABLE& table)
+{
+    return table.width > pair_inputs && table.width <= BASBDTT_MAX_WIDTH &&
+           table.value.words.size() == block_words(table.width);
+}
+
+/// @brief Calls an operation again on a table that was neither narrow nor wide and now is.
+///
+/// Apart, so that the other tables, nearly all, do not save registers for it.
+template <typename operation_type>
+[[gnu::noinline, gnu::cold]] void call_canonical(BOOL_TRUTH_TABLE& table, operation_type again)
+{
+    make_canonical(table.value, table.width);
+    again();
+}
+
+/// Replaces the column of a narrow table by what `change` makes of it.
+template <typename change_type>
+void change_narrow(BOOL_TRUTH_TABLE& table, change_type change)
+{
+    const int width = table.width;
+    std::uint32_t* const words = table.value.words.data();
+    store_narrow(words, width, change(load_narrow(words, width) & first_pair_mask(width)));
+    table.value.bit_count = std::int32_t{1} << width;
+}
+
 } // namespace basbdtt

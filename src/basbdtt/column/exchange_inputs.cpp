@@ -10,7 +10,9 @@ namespace {
 
 using namespace basbdtt;
 
-/// `cross_one`; a function with clones that were not local would be exported.
+/// @brief Exchanges an input inside a pair with one that selects a block of at least a pair.
+///
+/// low < pair_inputs <= high
 BASBDTT_CLONES void cross_blocks(std::uint32_t* words, std::size_t size, int low, int high)
 {
     const std::size_t block = block_words(high);
@@ -62,9 +64,15 @@ BASBDTT_CLONES void exchange_blocks(std::uint32_t* words, std::size_t size, std:
 
 } // namespace
 
-void basbdtt::cross_one(std::uint32_t* words, std::size_t size, int low, int high)
+void basbdtt::exchange_inputs(std::uint32_t* words, std::size_t size, int low, int high)
 {
-    cross_blocks(words, size, low, high);
+    if (low >= pair_inputs) {
+        exchange_blocks(words, size, block_words(low), block_words(high));
+    } else if (high >= pair_inputs) {
+        cross_blocks(words, size, low, high);
+    } else {
+        exchange_in_pairs(words, size, pair_exchanges[index(low)][index(high)]);
+    }
 }
 
 void BOOL_TRUTH_TABLE::rotate_inputs(int i0, int i1)
@@ -74,21 +82,16 @@ void BOOL_TRUTH_TABLE::rotate_inputs(int i0, int i1)
     if (i0 == i1) {
         return;
     }
-    make_canonical(value, width);
-    const int low = std::min(i0, i1);
-    const int high = std::max(i0, i1);
-    std::uint32_t* const words = value.words.data();
-    const std::size_t size = value.words.size();
-    if (low >= pair_inputs) {
-        exchange_blocks(words, size, block_words(low), block_words(high));
-    } else if (high >= pair_inputs) {
-        cross_blocks(words, size, low, high);
-    } else if (width > pair_inputs) {
-        exchange_in_pairs(words, size, exchange_in_pair(low, high));
-    } else {
-        const auto [mask, shift] = exchange_in_pair(low, high);
-        std::uint64_t column = load_narrow(words, width);
-        delta_swap(column, mask, shift);
-        store_narrow(words, width, column);
+    if (is_narrow(*this)) {
+        return change_narrow(*this, [=](std::uint64_t column) {
+            const pair_exchange& inputs = pair_exchanges[index(i0)][index(i1)];
+            delta_swap(column, inputs.mask, inputs.shift);
+            return column;
+        });
     }
+    if (!is_wide(*this)) {
+        return call_canonical(*this, [=] { rotate_inputs(i0, i1); });
+    }
+    value.bit_count = std::int32_t{1} << width;
+    exchange_inputs(value.words.data(), value.words.size(), std::min(i0, i1), std::max(i0, i1));
 }

@@ -6,20 +6,26 @@
 
 namespace basbdtt {
 
-constexpr std::size_t index(int input) { return static_cast<std::size_t>(input); }
-
 /// The exchange of two inputs inside a pair.
 struct pair_exchange {
     std::uint64_t mask;
     int shift;
 };
 
-/// low < high < pair_inputs
-constexpr pair_exchange exchange_in_pair(int low, int high)
+/// The exchanges of any two inputs; that of an input with itself changes nothing.
+constexpr auto make_pair_exchanges()
 {
-    return {pair_projection_mask[index(low)] & ~pair_projection_mask[index(high)],
-            (1 << high) - (1 << low)};
+    std::array<std::array<pair_exchange, pair_inputs>, pair_inputs> exchanges{};
+    for (std::size_t high = 0; high < exchanges.size(); ++high) {
+        for (std::size_t low = 0; low < high; ++low) {
+            exchanges[low][high] = {pair_projection_mask[low] & ~pair_projection_mask[high],
+                                    (1 << high) - (1 << low)};
+            exchanges[high][low] = exchanges[low][high];
+        }
+    }
+    return exchanges;
 }
+constexpr auto pair_exchanges = make_pair_exchanges();
 
 /// Exchanges the bits of `low` where the input inside is 1 with those of `high` where it is 0.
 template <typename group_type>
@@ -30,9 +36,7 @@ void cross(group_type& low, group_type& high, std::uint64_t mask, int shift)
     low ^= difference << shift;
 }
 
-/// @brief Exchanges an input inside a pair with one that selects a block of at least a pair.
-///
-/// low < pair_inputs <= high
-void cross_one(std::uint32_t* words, std::size_t size, int low, int high);
+/// Exchanges two inputs of a column that is longer than a pair; low < high.
+void exchange_inputs(std::uint32_t* words, std::size_t size, int low, int high);
 
 } // namespace basbdtt

@@ -45,19 +45,22 @@ void BOOL_TRUTH_TABLE::invert_input(int input)
 {
     basbd_require(input >= 0 && input < get_width(), "input>=0 && input<get_width()",
                   __PRETTY_FUNCTION__);
-    make_canonical(value, width);
-    std::uint32_t* const words = value.words.data();
-    if (input >= pair_inputs) {
-        swap_neighbours(words, value.words.size(), block_words(input));
-        return;
-    }
-    const std::uint64_t mask = pair_projection_mask[static_cast<std::size_t>(input)];
     const int shift = 1 << input;
-    if (width > pair_inputs) {
-        invert_in_pairs(words, value.words.size(), mask, shift);
-        return;
+    if (is_narrow(*this)) {
+        return change_narrow(*this, [=](std::uint64_t column) {
+            invert(column, pair_projection_mask[index(input)], shift);
+            return column;
+        });
     }
-    std::uint64_t column = load_narrow(words, width);
-    invert(column, mask, shift);
-    store_narrow(words, width, column);
+    if (!is_wide(*this)) {
+        return call_canonical(*this, [=] { invert_input(input); });
+    }
+    value.bit_count = std::int32_t{1} << width;
+    std::uint32_t* const words = value.words.data();
+    const std::size_t size = value.words.size();
+    if (input >= pair_inputs) {
+        swap_neighbours(words, size, block_words(input));
+    } else {
+        invert_in_pairs(words, size, pair_projection_mask[index(input)], shift);
+    }
 }

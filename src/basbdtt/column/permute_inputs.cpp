@@ -11,6 +11,10 @@ namespace {
 
 using namespace basbdtt;
 
+/// Up to this width, exchanges one after the other cost less than a plan of stages and a second
+/// column.
+constexpr int short_inputs = 12;
+
 /// One entry for each input, or for each input that selects a pair.
 using input_list = std::array<int, BASBDTT_MAX_WIDTH>;
 
@@ -75,18 +79,10 @@ public:
         for (int i = 0; i < pair_inputs; ++i) {
             while (target[index(i)] != i) {
                 const int there = target[index(i)];
-                exchanges[count++] = exchange_in_pair(std::min(i, there), std::max(i, there));
+                exchanges[count++] = pair_exchanges[index(i)][index(there)];
                 std::swap(target[index(i)], target[index(there)]);
             }
         }
-    }
-
-    std::uint64_t apply(std::uint64_t pair) const
-    {
-        for (std::size_t i = 0; i < count; ++i) {
-            delta_swap(pair, exchanges[i].mask, exchanges[i].shift);
-        }
-        return pair;
     }
 
     void apply(std::uint32_t* words, std::size_t size) const;
@@ -167,16 +163,16 @@ void gather_pairs(const std::uint32_t* source, std::uint32_t* result, int bits,
 {
     constexpr int inner_bits = 4;
     constexpr int line_bits = 3;
-    const int inner = std::min(bits, inner_bits);
+    static_assert(short_inputs - pair_inputs >= inner_bits, "there are as many bits");
     std::array<std::size_t, std::size_t{1} << inner_bits> offsets{};
-    for (std::size_t i = 1; i < std::size_t{1} << inner; ++i) {
+    for (std::size_t i = 1; i < offsets.size(); ++i) {
         const int lowest = __builtin_ctzll(i);
         offsets[i] = offsets[i & (i - 1)] + (std::size_t{2} << origin[index(lowest)]);
     }
     weighted_counter from;
     weighted_counter to;
     for (const bool in_line : {true, false}) {
-        for (int bit = inner; bit < bits; ++bit) {
+        for (int bit = inner_bits; bit < bits; ++bit) {
             if ((origin[index(bit)] < line_bits) == in_line) {
                 from.add_digit(std::size_t{2} << origin[index(bit)]);
                 to.add_digit(std::size_t{2} << bit);
@@ -184,7 +180,7 @@ void gather_pairs(const std::uint32_t* source, std::uint32_t* result, int bits,
         }
     }
     for (std::size_t i = 0; i < to.count(); ++i) {
-        for (std::size_t k = 0; k < std::size_t{1} << inner; ++k) {
+        for (std::size_t k = 0; k < offsets.size(); ++k) {
             store_pair(result + 2 * k, load_pair(source + offsets[k]));
         }
         source += from.step(i);
@@ -199,7 +195,7 @@ void gather_pairs(const std::uint32_t* source, std::uint32_t* result, int bits,
 /// waits where its own chain of moves began, which takes the fewest exchanges.
 class staged_permutation {
 public:
-    /// @param perm  a permutation of 0 to width - 1; width > pair_inputs
+    /// @param perm  a permutation of 0 to width - 1; width > short_inputs
     staged_permutation(const int* perm, int width) : bits(width - pair_inputs)
     {
         input_list inverse{};
@@ -236,7 +232,7 @@ public:
             cross_two(column.data(), size, crossings[i], crossings[i + 1]);
         }
         if (i < crossing_count) {
-            cross_one(column.data(), size, crossings[i].low, crossings[i].high);
+            exchange_inputs(column.data(), size, crossings[i].low, crossings[i].high);
         }
     }
 
@@ -267,9 +263,63 @@ private:
     std::size_t crossing_count = 0;
 };
 
+/// @brief Permutes the inputs of a column of at most a pair.
+///
+/// Place by place, the input that belongs there changes places with the one that is there, without
+/// a branch on where that is. The lists are bytes of a register: lists in memory would make each
+/// place wait for the stores of the last.
+std::uint64_t permuted_pair(std::uint64_t column, const int* perm, int width)
+{
+    constexpr int byte = 8;
+    std::uint64_t target_at = std::uint64_t{0x050403020100} & ~std::uint64_t{0} << byte * width;
+    std::uint64_t place_of = target_at; // the place of the input with each target
+    for (int place = 0; place < width; ++place) {
+        const auto target = static_cast<std::uint64_t>(perm[place]);
+        target_at |= target << byte * place;
+        place_of |= static_cast<std::uint64_t>(place) << byte * target;
+    }
+    for (unsigned place = 0; place + 1 < pair_inputs; ++place) {
+        const std::uint64_t from = place_of >> byte * place & 0xFFU;
+        const std::uint64_t moved = target_at >> byte * place & 0xFFU;
+        target_at ^= (place ^ moved) << byte * from;
+        place_of ^= (place ^ from) << byte * moved;
+        const pair_exchange& inputs = pair_exchanges[place][from];
+        delta_swap(column, inputs.mask, inputs.shift);
+    }
+    return column;
+}
+
+/// Each input changes places with the one that is where it belongs.
+void permute_short(std::vector<std::uint32_t>& column, const int* perm, int width)
+{
+    input_list target{};
+    std::copy_n(perm, width, target.begin());
+    for (int place = 0; place < width; ++place) {
+        while (target[index(place)] != place) {
+            const int there = target[index(place)];
+            exchange_inputs(column.data(), column.size(), place, there);
+            std::swap(target[index(place)], target[index(there)]);
+        }
+    }
+}
+
+/// For a column that is longer than a pair, or not as its width asks for.
+[[gnu::noinline]] void permute_wide(BOOL_TRUTH_TABLE& table, int* perm)
+{
+    if (table.width <= short_inputs) {
+        make_canonical(table.value, table.width);
+        return table.width <= pair_inputs ? table.rotate_inputs(perm)
+                                          : permute_short(table.value.words, perm, table.width);
+    }
+    const staged_permutation permutation(perm, table.width);
+    // Before the column changes: it fails, if at all, with nothing done.
+    std::vector<std::uint32_t> result(permutation.room());
+    make_canonical(table.value, table.width);
+    permutation.apply(table.value.words, std::move(result));
+}
+
 } // namespace
 
-// NOLINTNEXTLINE(readability-non-const-parameter): the signature is fixed
 void BOOL_TRUTH_TABLE::rotate_inputs(int* perm)
 {
     require_column_width(width);
@@ -280,17 +330,8 @@ void BOOL_TRUTH_TABLE::rotate_inputs(int* perm)
                       __PRETTY_FUNCTION__);
         seen |= 1U << perm[i];
     }
-    if (width > pair_inputs) {
-        const staged_permutation permutation(perm, width);
-        // Before the column changes: it fails, if at all, with nothing done.
-        std::vector<std::uint32_t> result(permutation.room());
-        make_canonical(value, width);
-        permutation.apply(value.words, std::move(result));
-        return;
+    if (!is_narrow(*this)) {
+        return permute_wide(*this, perm);
     }
-    make_canonical(value, width);
-    std::array<int, pair_inputs> target{0, 1, 2, 3, 4, 5};
-    std::copy_n(perm, width, target.begin());
-    std::uint32_t* const words = value.words.data();
-    store_narrow(words, width, pair_permutation(target).apply(load_narrow(words, width)));
+    change_narrow(*this, [&](std::uint64_t column) { return permuted_pair(column, perm, width); });
 }
