@@ -23,13 +23,20 @@ std::string take_field(scanner& text)
     return text.take_word(field_characters);
 }
 
+/// Takes a field that is a keyword or a number, or not kept but for a message.
+std::string take_short_field(scanner& text)
+{
+    text.peek();
+    return text.take_word(field_characters, 2 * longest_quoted);
+}
+
 /// Takes a number. What is none stays, for it may be the next statement.
 /// @param place  what a message starts with
 std::string take_number(scanner& text, const std::string& place, const std::string& meaning)
 {
     text.peek();
     const int line = text.line();
-    std::string field = text.take_word(field_characters);
+    std::string field = take_short_field(text);
     if (!to_number(field)) {
         text.put_back(field);
         throw text_error(line, place + "expected a number as " + meaning + " instead of " +
@@ -115,7 +122,7 @@ void read_pin(scanner& text, cell* owner, std::set<std::string>& described)
     }
     text.peek();
     const int phase_line = text.line();
-    const std::string phase = take_field(text);
+    const std::string phase = take_short_field(text);
     if (phase != "INV" && phase != "NONINV" && phase != "UNKNOWN") {
         text.put_back(phase);
         throw text_error(phase_line,
@@ -162,7 +169,7 @@ void read_genlib(scanner& text, library& read)
             return;
         }
         const int line = text.line();
-        const std::string keyword = text.take_word(field_characters);
+        const std::string keyword = take_short_field(text);
         try {
             if (keyword == "GATE") {
                 owner = nullptr;
