@@ -23,6 +23,8 @@ installed=$scratch/installed
 cmake --install "$build" --prefix "$installed" >/dev/null
 PKG_CONFIG_PATH=$(dirname "$(find "$installed" -name basbd.pc)")
 export PKG_CONFIG_PATH
+# Only the program describes the classes, whatever the library was built with.
+strip --strip-debug "$(readlink -f "$(pkg-config --variable=libdir basbd)/libbasbd.so")"
 
 # in_gdb_installed OPTION: gdb knows the scripts of its own prefix, but not of another
 in_gdb_installed() {
