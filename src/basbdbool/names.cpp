@@ -1,6 +1,7 @@
 #include "names.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <memory>
 
@@ -11,7 +12,7 @@ namespace {
 const char* const vardefnametbl[name_count] = {"A", "B", "C", "D", "E", "F", "G",  "I", "J",
                                                "K", "L", "M", "N", "O", "P", "QX", "QY"};
 const char* varappnametbl[name_count];
-const char* const* varnametbl;
+std::atomic<const char* const*> varnametbl = vardefnametbl; ///< another one only when it is whole
 
 std::unique_ptr<char[]> private_copy(const char* text)
 {
@@ -24,25 +25,33 @@ std::unique_ptr<char[]> private_copy(const char* text)
     return copy;
 }
 
-} // namespace
-
-void choose_name_table(char const** names, BOOL_VARNAME last)
+const char* const* chosen_table(char const** names, BOOL_VARNAME last)
 {
-    if (varnametbl != nullptr) {
-        return;
-    }
     if (names == nullptr) {
-        varnametbl = vardefnametbl;
-        return;
+        return vardefnametbl;
     }
     const int count = std::min<int>(static_cast<unsigned short>(last), BOOL_VAR_QY) + 1;
     std::unique_ptr<char[]> copies[name_count];
     std::transform(names, names + count, copies, private_copy);
     std::transform(copies, copies + name_count, varappnametbl,
                    [](std::unique_ptr<char[]>& copy) { return copy.release(); }); // never freed
-    varnametbl = varappnametbl;
+    return varappnametbl;
 }
 
-const char* name_text(int v) { return varnametbl == nullptr ? vardefnametbl[v] : varnametbl[v]; }
+} // namespace
+
+void choose_name_table(char const** names, BOOL_VARNAME last)
+{
+    // Of the threads that come here first, one chooses and the others wait; if it throws, the next.
+    [[maybe_unused]] static const bool is_chosen = [=] {
+        varnametbl.store(chosen_table(names, last), std::memory_order_release);
+        return true;
+    }();
+}
+
+const char* name_text(int v)
+{
+    return varnametbl.load(std::memory_order_acquire)[v];
+}
 
 } // namespace basbdbool
