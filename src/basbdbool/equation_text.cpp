@@ -14,8 +14,8 @@ using namespace basbdbool;
 constexpr std::size_t first_size = 256;
 constexpr std::ptrdiff_t room_for_a_node = 16;
 
-/// Capacity of the buffer that the text is being written into.
-std::size_t eqnbuffersize = first_size;
+/// Capacity of the buffer that the thread's text is being written into; no access to it is a call.
+[[gnu::tls_model("initial-exec")]] thread_local std::size_t eqnbuffersize = first_size;
 
 /// @brief The buffer of a text, replaced by a larger one as the text grows.
 ///
