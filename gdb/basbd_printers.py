@@ -16,17 +16,11 @@ CONSTANT_VARIABLE = 0xFFFF
 
 def variable_name(number):
     """The text that the program chose for a variable; the default one where that cannot be seen."""
-    for scope in ("basbdbool::", ""):
-        try:
-            table = gdb.parse_and_eval("(char ***) &'%s(anonymous namespace)::varnametbl'" % scope)
-            chosen = table.dereference()
-            if int(chosen) == 0:
-                break  # none yet
-            text = chosen[number]
-            return text.string() if int(text) != 0 else "unnamed_%d" % number
-        except gdb.error:
-            continue  # no such symbol: the library was stripped
-    return DEFAULT_NAMES[number]
+    try:
+        text = gdb.parse_and_eval("*(char ***) &'basbdbool::varnametbl'")[number]
+        return text.string() if int(text) != 0 else "unnamed_%d" % number
+    except gdb.error:
+        return DEFAULT_NAMES[number]  # no such symbol: the library was stripped
 
 
 def column_text(column):

@@ -1,7 +1,6 @@
 #include "names.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cstring>
 #include <memory>
 
@@ -12,7 +11,6 @@ namespace {
 const char* const vardefnametbl[name_count] = {"A", "B", "C", "D", "E", "F", "G",  "I", "J",
                                                "K", "L", "M", "N", "O", "P", "QX", "QY"};
 const char* varappnametbl[name_count];
-std::atomic<const char* const*> varnametbl = vardefnametbl; ///< another one only when it is whole
 
 std::unique_ptr<char[]> private_copy(const char* text)
 {
@@ -40,6 +38,8 @@ const char* const* chosen_table(char const** names, BOOL_VARNAME last)
 
 } // namespace
 
+std::atomic<const char* const*> varnametbl = vardefnametbl;
+
 void choose_name_table(char const** names, BOOL_VARNAME last)
 {
     // Of the threads that come here first, one chooses and the others wait; if it throws, the next.
@@ -47,11 +47,6 @@ void choose_name_table(char const** names, BOOL_VARNAME last)
         varnametbl.store(chosen_table(names, last), std::memory_order_release);
         return true;
     }();
-}
-
-const char* name_text(int v)
-{
-    return varnametbl.load(std::memory_order_acquire)[v];
 }
 
 } // namespace basbdbool

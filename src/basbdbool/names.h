@@ -4,6 +4,8 @@
 
 #include "basbdbool.h"
 
+#include <atomic>
+
 namespace basbdbool {
 
 /// Number of variable names.
@@ -13,9 +15,11 @@ constexpr int name_count = BOOL_VAR_NONE;
 /// @param names  texts to copy for the names 0 to `last`; null for the default texts
 void choose_name_table(char const** names, BOOL_VARNAME last);
 
-/// The text of name `v`, 0 to 16: null where the table in use has none. Until a table is chosen,
-/// the default text.
-const char* name_text(int v);
+/// The texts in use: the default ones until a table is chosen, and that only when it is whole.
+extern std::atomic<const char* const*> varnametbl;
+
+/// The text of name `v`, 0 to 16: null where the table in use has none.
+inline const char* name_text(int v) { return varnametbl.load(std::memory_order_acquire)[v]; }
 
 /// The op code of a leaf named `v`.
 constexpr signed char named_op(int v) { return static_cast<signed char>(v + BOOL_OP_FIRST_NAMED); }
