@@ -69,8 +69,8 @@ private:
         unsigned long count;
     };
     static constexpr std::size_t first_capacity = 8;
-    /// More than one operation has.
-    static constexpr std::size_t most_sites = 4;
+    /// A place for each of them.
+    static constexpr std::size_t most_sites = 24;
 
     run& run_of(report_site site) noexcept;
     bool grow() noexcept;
