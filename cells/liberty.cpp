@@ -73,7 +73,9 @@ private:
             step();
         } catch (const text_error& error) {
             fail(error.line, error.what());
-            is_cut = text.next() == scanner::end;
+            const bool is_fault_of_file = error.line == 0;
+            is_cut = is_fault_of_file || text.next() == scanner::end;
+            return !is_fault_of_file;
         }
         return true;
     }

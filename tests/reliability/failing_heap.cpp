@@ -76,16 +76,12 @@ void operator delete(void* block) noexcept
     std::free(block);
 }
 void operator delete(void* block, std::size_t /*size*/) noexcept { operator delete(block); }
-void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept
 try {
     return operator new(size);
 } catch (const std::bad_alloc&) {
     return nullptr;
-}
-void* operator new[](std::size_t size) { return operator new(size); }
-void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept
-{
-    return operator new(size, tag);
 }
 void operator delete[](void* block) noexcept { operator delete(block); }
 void operator delete[](void* block, std::size_t /*size*/) noexcept { operator delete(block); }
