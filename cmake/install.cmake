@@ -18,7 +18,7 @@ if(TARGET cellfn)
   file(RELATIVE_PATH libraries_from_tool /prefix/${CMAKE_INSTALL_BINDIR} /prefix/${CMAKE_INSTALL_LIBDIR})
   set_target_properties(cellfn PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_tool}")
   install(TARGETS cellfn DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
-  install(FILES README.md CHANGELOG.md TYPE DOC COMPONENT tool)
+  install(FILES README.md CHANGELOG.md CONTRIBUTING.md TYPE DOC COMPONENT tool)
   install(DIRECTORY docs examples/libraries TYPE DOC COMPONENT tool
           FILES_MATCHING PATTERN "*.md" PATTERN "*.genlib" PATTERN "*.lib")
 endif()
