@@ -3,12 +3,12 @@
 # usage: sessions.sh DOCUMENT PROJECT-DIR PROGRAM-DIR... [--print]: --print shows the document as it
 # ought to be instead
 set -eu
-document=$1
-project=$2
+document=$(realpath "$1")
+project=$(realpath "$2")
 shift 2
 print=no
 for directory in "$@"; do
-    if [ "$directory" = --print ]; then print=yes; else PATH=$directory:$PATH; fi
+    if [ "$directory" = --print ]; then print=yes; else PATH=$(realpath "$directory"):$PATH; fi
 done
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
