@@ -4,12 +4,11 @@
 // of all contenders are compared before the timing.
 #include "bdd_engines.h"
 #include "circuits.h"
+#include "two_threads.h"
 
 #include <malloc.h>
 
-#include <chrono>
 #include <random>
-#include <thread>
 
 namespace {
 
@@ -153,38 +152,14 @@ double bytes_per_node()
     return (used() - before) / (100000 + variables);
 }
 
-/// How many times as fast two threads do the same work as one: the median of interleaved runs.
-template <typename task>
-double speed_up(const task& work)
-{
-    const auto seconds = [](const auto& act) {
-        const auto start = std::chrono::steady_clock::now();
-        act();
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    };
-    std::vector<double> ratios;
-    for (int round = 0; round < 15; ++round) {
-        const double alone = seconds([&] {
-            work();
-            work();
-        });
-        ratios.push_back(alone / seconds([&] {
-                             std::thread other(work);
-                             work();
-                             other.join();
-                         }));
-    }
-    return bench::median(ratios);
-}
-
 void measure_threads()
 {
     const auto cells = random_cells(4000);
     std::printf("two threads, times as fast as one: cells, a manager each %.2f, tree store %.2f, "
                 "builds %.2f\n",
-                speed_up([&] { one_manager_each<basbd_with<BDD_STORE_HASH>>(cells); }),
-                speed_up([&] { one_manager_each<basbd_with<BDD_STORE_TREE>>(cells); }),
-                speed_up([] {
+                bench::speed_up([&] { one_manager_each<basbd_with<BDD_STORE_HASH>>(cells); }),
+                bench::speed_up([&] { one_manager_each<basbd_with<BDD_STORE_TREE>>(cells); }),
+                bench::speed_up([] {
                     basbd_with<BDD_STORE_HASH> engine(queens<7>::variables);
                     bench::keep(queens<7>::build(engine));
                 }));

@@ -1,6 +1,7 @@
 /// Expression trees, per node, against taking and returning as many blocks with malloc and free.
 #include "basbdbool.h"
 #include "harness.h"
+#include "two_threads.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -190,6 +191,30 @@ double free_ratio(const function_list& functions, const malloc_floor& floor)
     return bench::median(ratios);
 }
 
+void measure_threads()
+{
+    constexpr int batch = 2000;
+    const auto trees = [] {
+        const function_list functions = build_functions();
+        for (int i = 0; i < batch; ++i) {
+            for (const auto& function : functions) {
+                BOOL_FUNC copy(function.get());
+                copy.rmsigfromfunc(&signals[1]);
+            }
+        }
+    };
+    const auto texts = [] {
+        const function_list functions = build_functions();
+        for (int i = 0; i < batch; ++i) {
+            for (const auto& function : functions) {
+                delete[] function->writeeqn();
+            }
+        }
+    };
+    std::printf("two threads, times as fast as one: trees %.2f, texts %.2f\n",
+                bench::speed_up(trees), bench::speed_up(texts));
+}
+
 } // namespace
 
 int main()
@@ -228,5 +253,7 @@ int main()
     compare_writers("writeeqn, 200 leaves", 200);
     compare_writers("writeeqn, 2,000 leaves", 2000);
     compare_writers("writeeqn, 20,000 leaves", 20000);
+
+    measure_threads();
     return 0;
 }
