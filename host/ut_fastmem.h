@@ -7,9 +7,10 @@
 /// @addtogroup services Host services
 /// @{
 
-/// @brief Hands out blocks of one size and takes them back. Used from one thread at a time.
+/// @brief Hands out blocks of one size and takes them back.
 ///
-/// The library makes its pool while it is loaded, before any constructor of the host has run.
+/// The library makes its pool while it is loaded, before any constructor of the host has run. It
+/// uses the pool from every thread that uses trees, at once; a block may come back on another.
 class UT_API UT_FASTMEM {
 public:
     /// @brief An empty pool, which takes its first chunk with the first block.

@@ -30,7 +30,8 @@ public:
     virtual void unused_12() {} ///< unused
     /// @}
 
-    /// @brief One internal-error report; the reporting operation goes on after it.
+    /// @brief One internal-error report, on the thread of the reporting operation, which goes on
+    /// after it.
     /// @param text   always empty
     /// @param app    `cae_appname` at the time of the call
     /// @param id     message identifier made by `neoform`; the manager's to free

@@ -1,5 +1,6 @@
 /// @file
-/// @brief The host's formatter and its sink of status messages.
+/// @brief The host's formatter and its sink of status messages, called from every thread that uses
+/// the library.
 #pragma once
 
 #include "ut_api.h"

@@ -252,9 +252,9 @@ public:
     /// leaf without a name (line 441) or text (line 436) is reported and written as nothing, as is
     /// an unknown operator without a report.
     ///
-    /// The library keeps the capacity of one buffer for all calls. So before the first call for a
-    /// new text, call `writeeqn()` on a function without a tree, which sets it to 256; its result
-    /// is such a buffer. Between the calls for one text no other may be written.
+    /// The library keeps the capacity of one buffer for all calls of a thread. So before the first
+    /// call for a new text, call `writeeqn()` on a function without a tree, which sets it to 256;
+    /// its result is such a buffer. Between the calls for one text the thread may write no other.
     /// @param buf  start of a buffer from `new char[]` of the capacity kept; replaced by one of
     ///             twice the size as often as it must grow
     /// @param cur  where the text begins in it; moved behind the text, which is not terminated
@@ -304,7 +304,8 @@ inline TECHMAP_SIG* basbd_leaf_signal(const BOOL_TNODE& leaf)
 /// but for its nodes' `usage`. When a report throws, or `neoform` for one, the operation is done
 /// (see `breakfunc` for the exception).
 ///
-/// A function and its tree are for one thread at a time; so are the pool and the names.
+/// Different functions, each with its tree, may be used from different threads at once; one
+/// function, or functions whose trees share nodes, from one thread at a time.
 class BASBD_API BOOL_FUNC {
 public:
     unsigned short nsuppt;   ///< number of distinct signals, as last counted or maintained
@@ -312,10 +313,10 @@ public:
     BOOL_TNODE* root;        ///< the tree, owned; null in a function that was given none
 
     /// @name Making
-    /// The first constructor in the process that takes `names` fixes the texts of the variables for
-    /// good: copies of `names[0]` to `names[last]`, `last` taken modulo 65,536 and 17 texts at
-    /// most, or "A" to "G", "I" to "P", "QX" and "QY" when `names` is null. Texts that are written
-    /// before use the latter and fix nothing.
+    /// The first constructor in the process that takes `names`, whatever the thread, fixes the
+    /// texts of the variables for good: copies of `names[0]` to `names[last]`, `last` taken modulo
+    /// 65,536 and 17 texts at most, or "A" to "G", "I" to "P", "QX" and "QY" when `names` is null.
+    /// Texts that are written before use the latter and fix nothing.
     /// @{
     BOOL_FUNC();                                      ///< no tree
     BOOL_FUNC(char const** names, BOOL_VARNAME last); ///< no tree

@@ -1,5 +1,8 @@
 /// @file
 /// @brief Truth tables: one single-output Boolean function held as its complete output column.
+///
+/// Different tables may be used from different threads at once; one table from one thread at a
+/// time.
 #pragma once
 
 #include "basbdapi.h"

@@ -25,7 +25,7 @@
 std::int64_t BD_DYNAMIC_LD::dynamic_id = 2026;
 
 // ---- Pool. It is called while the library is loaded, before any constructor of this file runs,
-// so it keeps nothing in objects of static storage duration.
+// so it keeps nothing in objects of static storage duration. It is for hosts of one thread.
 
 class UT_FASTMEM::STATE {
 public:
