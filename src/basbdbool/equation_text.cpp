@@ -14,8 +14,8 @@ using namespace basbdbool;
 constexpr std::size_t first_size = 256;
 constexpr std::ptrdiff_t room_for_a_node = 16;
 
-/// Capacity of the buffer that the thread's text is being written into; no access to it is a call.
-[[gnu::tls_model("initial-exec")]] thread_local std::size_t eqnbuffersize = first_size;
+/// Capacity of the buffer that the thread's text is being written into.
+thread_local std::size_t eqnbuffersize = first_size;
 
 /// @brief The buffer of a text, replaced by a larger one as the text grows.
 ///
@@ -25,13 +25,13 @@ class growing_buffer {
 public:
     /// Takes the caller's pointers, which are valid at any time, also when memory ends.
     growing_buffer(char*& text, char*& text_end)
-        : start(text), end(text_end), limit(text + eqnbuffersize)
+        : start(text), end(text_end), capacity(eqnbuffersize), limit(text + capacity)
     {
     }
     growing_buffer(const growing_buffer&) = delete;
     growing_buffer& operator=(const growing_buffer&) = delete;
-    /// Keeps the capacity; at the end, for a report may have written other texts.
-    ~growing_buffer() { eqnbuffersize = static_cast<std::size_t>(limit - start); }
+    /// Keeps the capacity; at the end, for a report may have written texts, even into this buffer.
+    ~growing_buffer() { eqnbuffersize = capacity; }
 
     /// Sees to room for so many characters. @return the position, in the buffer that then is
     char* with_room(char* cur, std::ptrdiff_t size)
@@ -50,19 +50,21 @@ private:
     [[gnu::noinline, gnu::cold]] char* grow(const char* cur, std::ptrdiff_t size)
     {
         const std::ptrdiff_t length = cur - start;
-        std::ptrdiff_t capacity = limit - start;
-        while (capacity <= length + size) {
-            capacity *= 2;
+        std::size_t larger = capacity;
+        while (larger <= static_cast<std::size_t>(length + size)) {
+            larger *= 2;
         }
-        char* const larger = new char[static_cast<std::size_t>(capacity)];
-        end = std::copy_n(start, length, larger);
-        delete[] std::exchange(start, larger);
+        char* const buffer = new char[larger];
+        end = std::copy_n(start, length, buffer);
+        delete[] std::exchange(start, buffer);
+        capacity = larger;
         limit = start + capacity;
         return end;
     }
 
     char*& start;
     char*& end;
+    std::size_t capacity;
     char* limit; ///< the end of the buffer
 };
 

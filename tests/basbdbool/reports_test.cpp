@@ -190,6 +190,14 @@ TEST(reports, may_edit_the_function_and_throw)
     for (int i = 0; i < 300; ++i) {
         nameless.root->right->writesubtree(buffer, end);
     }
+    host_recorder::on_report = [&](int /*line*/) { // goes on with this very text
+        nameless.root->right->writesubtree(buffer, end);
+    };
+    for (int i = 0; i < 300; ++i) {
+        nameless.root->writesubtree(buffer, end);
+    }
+    EXPECT_EQ(std::string(end - 6, end), "*BB*BB");
+    host_recorder::on_report = nullptr;
     delete[] buffer;
     host_recorder::take_reports();
 }
