@@ -159,14 +159,23 @@ void exchange(row& result, int width)
     }
 }
 
+/// In place: the peer's own operators make a new table.
+template <typename operation_type>
+void combine(peer_table& table, const peer_table& other, operation_type operation)
+{
+    std::transform(table.begin(), table.end(), other.begin(), table.begin(), operation);
+}
+
 void combining(row& result, int width)
 {
-    using namespace kitty;
     table_pair tables(width);
     const table_pair other = tables;
-    result.add([&] { tables.own.value ^= other.own.value; }, [&] { tables.peer ^= other.peer; });
-    result.add([&] { tables.own.value &= other.own.value; }, [&] { tables.peer &= other.peer; });
-    result.add([&] { tables.own.value |= other.own.value; }, [&] { tables.peer |= other.peer; });
+    result.add([&] { tables.own.value ^= other.own.value; },
+               [&] { combine(tables.peer, other.peer, std::bit_xor<>()); });
+    result.add([&] { tables.own.value &= other.own.value; },
+               [&] { combine(tables.peer, other.peer, std::bit_and<>()); });
+    result.add([&] { tables.own.value |= other.own.value; },
+               [&] { combine(tables.peer, other.peer, std::bit_or<>()); });
 }
 
 void equality(row& result, int width)

@@ -95,7 +95,7 @@ void copy_group_by_group(const std::uint32_t* source, std::uint32_t* target, std
     });
 }
 
-/// For columns that are a stretch, a power of two of its words, or whole stretches; apart as well.
+/// For columns of more than one stretch; apart as well.
 [[gnu::noinline]] void fill_projection(std::uint32_t* words, std::size_t size, int input)
 {
     if (input >= stretch_inputs) {
@@ -108,29 +108,30 @@ void copy_group_by_group(const std::uint32_t* source, std::uint32_t* target, std
     }
     constexpr int byte_inputs = 3;
     if (input < byte_inputs) {
-        std::memset(words,
-                    static_cast<int>(projection_mask[static_cast<std::size_t>(input)] & 0xFFU),
+        std::memset(words, static_cast<int>(projection_mask[index(input)] & 0xFFU),
                     size * sizeof *words);
         return;
     }
     constexpr std::size_t longest_copy = 1024; // stays in the nearest cache
-    std::size_t filled = std::min(size, stretch_words);
-    copy_group_by_group(first_stretch(input).data(), words, filled);
-    while (filled < size) {
+    copy_group_by_group(first_stretch(input).data(), words, stretch_words);
+    for (std::size_t filled = stretch_words; filled < size;) {
         const std::size_t length = std::min(filled, longest_copy);
         std::copy_n(words, length, words + filled);
         filled += length;
     }
 }
 
-/// Gives a vector words of any value; a new block gets nothing of the old one.
-[[gnu::noinline]] void resize_to_fill(std::vector<std::uint32_t>& words, std::size_t size)
+/// For a column that is not yet of its length; a new block gets nothing of the old one.
+[[gnu::noinline]] void set_identity_in_new_words(BOOL_TRUTH_TABLE& table, int input)
 {
+    std::vector<std::uint32_t>& words = table.value.words;
+    const std::size_t size = words_for_width(table.width);
     if (size <= words.capacity()) {
         words.resize(size);
     } else {
         words = std::vector<std::uint32_t>(size);
     }
+    table.set_identity_for_input(table.width, input);
 }
 
 } // namespace
@@ -147,7 +148,7 @@ bool BOOL_TRUTH_TABLE::is_identity_for_input(int input) const
         return false;
     }
     if (width <= pair_inputs) {
-        const std::uint64_t wanted = pair_projection_mask[static_cast<std::size_t>(input)];
+        const std::uint64_t wanted = pair_projection_mask[index(input)];
         return ((load_narrow(words, width) ^ wanted) & first_pair_mask(width)) == 0;
     }
     return size <= stretch_words ? equal_words(words, first_stretch(input).data(), size)
@@ -161,15 +162,18 @@ void BOOL_TRUTH_TABLE::set_identity_for_input(int new_width, int input)
     width = static_cast<signed char>(new_width);
     basbd_require(input >= 0, "input>=0", __PRETTY_FUNCTION__);
     basbd_require(input < new_width, "input<width", __PRETTY_FUNCTION__);
-    const std::size_t size = words_for_width(new_width);
-    if (value.words.size() != size) {
-        resize_to_fill(value.words, size);
+    if (is_narrow(*this)) {
+        return change_narrow(*this, [=](std::uint64_t /*column*/) {
+            return pair_projection_mask[index(input)] & first_pair_mask(new_width);
+        });
     }
-    if (new_width <= pair_inputs) {
-        const std::uint64_t column = pair_projection_mask[static_cast<std::size_t>(input)];
-        store_narrow(value.words.data(), new_width, column & first_pair_mask(new_width));
-    } else {
-        fill_projection(value.words.data(), size, input);
+    if (!is_wide(*this)) {
+        return set_identity_in_new_words(*this, input);
     }
     value.bit_count = std::int32_t{1} << new_width;
+    if (value.words.size() <= stretch_words) {
+        copy_group_by_group(first_stretch(input).data(), value.words.data(), value.words.size());
+    } else {
+        fill_projection(value.words.data(), value.words.size(), input);
+    }
 }
