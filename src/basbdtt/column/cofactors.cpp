@@ -12,8 +12,9 @@ using namespace basbdtt;
 
 using words = std::vector<std::uint32_t>;
 
-/// Words of the result that are made at a time, so that the result need not be cleared first.
-constexpr std::size_t buffer_words = 1024;
+/// Words of the result that are made at a time: a vector clears them first, and they are still in
+/// the nearest cache when they get their values.
+constexpr std::size_t piece_words = 1024;
 
 /// A table up to this length is copied and then halved, which saves an allocation.
 constexpr std::size_t short_half_words = 32;
@@ -97,18 +98,17 @@ words halved(const words& column, int input, bool high)
     const std::size_t size = column.size() / 2;
     words result;
     result.reserve(size);
-    if (input >= pair_inputs && block_words(input) >= buffer_words) {
+    if (input >= pair_inputs && block_words(input) >= piece_words) {
         const std::size_t block = block_words(input);
         for (std::size_t start = high ? block : 0; start < 2 * size; start += 2 * block) {
             result.insert(result.end(), column.data() + start, column.data() + start + block);
         }
         return result;
     }
-    std::array<std::uint32_t, buffer_words> buffer; // NOLINT(*-member-init): filled before use
-    for (std::size_t start = 0; start < size; start += buffer_words) {
-        const std::size_t length = std::min(buffer_words, size - start);
-        halve(column.data() + 2 * start, buffer.data(), length, input, high);
-        result.insert(result.end(), buffer.data(), buffer.data() + length);
+    for (std::size_t start = 0; start < size; start += piece_words) {
+        const std::size_t length = std::min(piece_words, size - start);
+        result.resize(start + length);
+        halve(column.data() + 2 * start, result.data() + start, length, input, high);
     }
     return result;
 }
@@ -147,16 +147,19 @@ BOOL_TRUTH_TABLE narrow_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool 
     return half;
 }
 
+/// The cofactor of a table whose column is not as its width asks for; apart as well.
+[[gnu::noinline, gnu::cold]] BOOL_TRUTH_TABLE canonical_cofactor(BOOL_TRUTH_TABLE table, int input,
+                                                                 bool high)
+{
+    make_canonical(table.value, table.width);
+    return high ? table.get_true_factor_for_input(input) : table.get_false_factor_for_input(input);
+}
+
 BOOL_TRUTH_TABLE cofactor(const BOOL_TRUTH_TABLE& table, int input, bool high)
 {
-    require_column_width(table.width);
-    if (table.value.words.size() != words_for_width(table.width)) {
-        BOOL_TRUTH_TABLE whole(table);
-        make_canonical(whole.value, table.width);
-        return cofactor(whole, input, high);
-    }
-    return table.width <= pair_inputs ? narrow_cofactor(table, input, high)
-                                      : wide_cofactor(table, input, high);
+    return is_narrow(table) ? narrow_cofactor(table, input, high)
+           : is_wide(table) ? wide_cofactor(table, input, high)
+                            : canonical_cofactor(table, input, high);
 }
 
 } // namespace
