@@ -59,7 +59,7 @@ private:
 
 /// The same random function as a table of either library.
 struct table_pair {
-    explicit table_pair(int width) : own(), peer(static_cast<unsigned>(width))
+    explicit table_pair(int width) : peer(static_cast<unsigned>(width))
     {
         std::mt19937_64 random(static_cast<unsigned>(width));
         std::generate(peer.begin(), peer.end(), std::ref(random));

@@ -155,14 +155,17 @@ TEST(hexadecimal, misuse_sends_one_message_and_changes_nothing)
         EXPECT_EQ(table.width, 7);
         EXPECT_EQ(table.value.get_hex_string(), std::string(16, 'F') + std::string(16, '0'));
     }
-    for (std::size_t i = 0; i < std::size_t{256} * 64; ++i) { // each character in each lane's place
-        std::string text(64, '0');
-        text[i % 64] = static_cast<char>(i / 64);
-        TRUTH_TABLE_VAL value(1, 1);
-        value.set_from_hex_string(8, text);
-        const bool is_digit = std::isxdigit(static_cast<int>(i / 64)) != 0;
-        ASSERT_EQ(host_recorder::take_statuses().empty(), is_digit) << i;
-        ASSERT_EQ(value.bit_count, is_digit ? 256 : 2) << i;
+    for (const int width : {6, 8}) { // each character in each place, of a pair and of lanes
+        const std::size_t digits = std::size_t{1} << (width - 2);
+        for (std::size_t i = 0; i < 256 * digits; ++i) {
+            std::string text(digits, '0');
+            text[i % digits] = static_cast<char>(i / digits);
+            TRUTH_TABLE_VAL value(1, 1);
+            value.set_from_hex_string(width, text);
+            const bool is_digit = std::isxdigit(static_cast<int>(i / digits)) != 0;
+            ASSERT_EQ(host_recorder::take_statuses().empty(), is_digit) << i;
+            ASSERT_EQ(value.bit_count, is_digit ? 1 << width : 2) << i;
+        }
     }
 }
 

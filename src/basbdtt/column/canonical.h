@@ -74,7 +74,7 @@ template <typename operation_type>
 template <typename change_type>
 void change_narrow(BOOL_TRUTH_TABLE& table, change_type change)
 {
-    const int width = table.width;
+    const int width = table.get_width();
     std::uint32_t* const words = table.value.words.data();
     store_narrow(words, width, change(load_narrow(words, width) & first_pair_mask(width)));
     table.value.bit_count = std::int32_t{1} << width;

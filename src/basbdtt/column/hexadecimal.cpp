@@ -12,15 +12,12 @@ using namespace basbdtt;
 
 constexpr std::size_t word_digits = 8;
 
-/// @brief What is converted at a time.
+/// @brief Words that are converted at a time.
 ///
-/// Text and column run in opposite directions: the last two digits are the column's first byte.
-/// The loops between digits and words take a whole chunk, many digits at a step, and never meet an
-/// end of either.
-constexpr std::size_t chunk_size = 256;
-constexpr std::size_t chunk_digits = chunk_size * word_digits;
-using chunk_words = std::array<std::uint32_t, chunk_size>;
-using chunk_text = std::array<char, chunk_digits>;
+/// Text and column run in opposite directions: the last two digits are the column's first byte. The
+/// result is lengthened piece by piece, and a piece is still in the nearest cache when the zeros
+/// that it gets first are replaced. The loops take many digits at a step and whole words only.
+constexpr std::size_t piece_words = 256;
 
 /// Digits of a column of `bit_count` bits.
 constexpr std::size_t digits_for_bits(std::int32_t bit_count)
@@ -28,40 +25,67 @@ constexpr std::size_t digits_for_bits(std::int32_t bit_count)
     return bit_count <= 0 ? 0 : (static_cast<std::size_t>(bit_count) + 3) / 4;
 }
 
+/// The last bit of each digit in a text of eight.
+constexpr std::uint64_t each_digit = 0x0101010101010101;
+
+/// The digits of a word as they lie in memory. A digit past 9 overflows when 6 is added.
+std::uint64_t digits_of(std::uint32_t word)
+{
+    std::uint64_t halves = word;
+    halves = (halves | halves << 16U) & 0x0000FFFF0000FFFF;
+    halves = (halves | halves << 8U) & 0x00FF00FF00FF00FF;
+    halves = (halves | halves << 4U) & 0x0F0F0F0F0F0F0F0F;
+    const std::uint64_t letters = (halves + 6 * each_digit) >> 4U & each_digit;
+    return __builtin_bswap64(halves + '0' * each_digit + letters * ('A' - '9' - 1));
+}
+
+/// The word that eight digits stand for. The low half of a letter is its place in the alphabet, and
+/// only letters have bit 6.
+std::uint32_t word_of(std::uint64_t digits)
+{
+    digits = __builtin_bswap64(digits);
+    std::uint64_t halves = (digits & 15 * each_digit) + 9 * (digits >> 6U & each_digit);
+    halves = (halves | halves >> 4U) & 0x00FF00FF00FF00FF;
+    halves = (halves | halves >> 8U) & 0x0000FFFF0000FFFF;
+    return static_cast<std::uint32_t>(halves | halves >> 16U);
+}
+
+/// Whether eight characters are digits: all others are not what is written for them. Bit 5 is the
+/// case of a letter.
+bool are_digits(std::uint64_t text)
+{
+    const std::uint64_t written = digits_of(word_of(text));
+    const std::uint64_t letter_case = written >> 1U & ('a' - 'A') * each_digit;
+    return ((text ^ written) & ~letter_case) == 0;
+}
+
+std::uint64_t load_digits(const char* text)
+{
+    std::uint64_t digits = 0;
+    std::memcpy(&digits, text, sizeof digits);
+    return digits;
+}
+
+void store_digits(char* text, std::uint64_t digits) { std::memcpy(text, &digits, sizeof digits); }
+
 /// The digits of `count` words.
 BASBDTT_CLONES void write_digits(const std::uint32_t* words, std::size_t count, char* text)
 {
-    const std::size_t size = count * sizeof *words;
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(words);
-    for (std::size_t i = 0; i < size; ++i) {
-        const unsigned byte = bytes[size - 1 - i];
-        const unsigned halves = byte >> 4U | (byte & 15U) << 8U;
-        const unsigned letters = (halves + 0x0606U) >> 4U & 0x0101U;
-        const auto digits =
-            static_cast<std::uint16_t>(halves + 0x3030U + letters * ('A' - '9' - 1));
-        std::memcpy(text + 2 * i, &digits, sizeof digits);
+    for (std::size_t i = 0; i < count; ++i) {
+        store_digits(text + word_digits * i, digits_of(words[count - 1 - i]));
     }
 }
 
-/// The words that as many times eight digits stand for. The low half of a letter is its place in
-/// the alphabet, and only letters have bit 6. The product has both digits of a byte in its upper
-/// byte.
+/// The words that as many times eight digits stand for.
 BASBDTT_CLONES void read_digits(const char* text, std::size_t count, std::uint32_t* words)
 {
-    const std::size_t size = count * sizeof *words;
-    auto* const bytes = reinterpret_cast<unsigned char*>(words);
-    for (std::size_t i = 0; i < size; ++i) {
-        std::uint16_t digits = 0;
-        std::memcpy(&digits, text + 2 * i, sizeof digits);
-        const auto halves =
-            static_cast<std::uint16_t>((digits & 0x0F0FU) + 9U * (digits >> 6U & 0x0101U));
-        const auto product = static_cast<std::uint16_t>(halves * 0x1001U);
-        bytes[size - 1 - i] = static_cast<std::uint8_t>(product >> 8U);
+    for (std::size_t i = 0; i < count; ++i) {
+        words[count - 1 - i] = word_of(load_digits(text + word_digits * i));
     }
 }
 
-/// Whether all characters are digits.
-BASBDTT_CLONES bool all_digits(const char* text, std::size_t size)
+/// Whether all characters are digits, many at a step.
+BASBDTT_CLONES bool all_digits_in(const char* text, std::size_t size)
 {
     constexpr std::uint8_t last_digit = 9;
     constexpr std::uint8_t last_letter = 5;
@@ -77,6 +101,20 @@ BASBDTT_CLONES bool all_digits(const char* text, std::size_t size)
         others = static_cast<std::uint8_t>(others | std::min(past_digits, past_letters));
     }
     return others == 0;
+}
+
+/// The texts of widths 5 and 6 take less than the call for longer ones.
+bool all_digits(std::string_view text)
+{
+    switch (text.size()) {
+    case word_digits:
+        return are_digits(load_digits(text.data()));
+    case 2 * word_digits:
+        return are_digits(load_digits(text.data())) &&
+               are_digits(load_digits(text.data() + word_digits));
+    default:
+        return all_digits_in(text.data(), text.size());
+    }
 }
 
 constexpr bool is_digit(char c)
@@ -108,7 +146,7 @@ bool find_column(std::string_view& text, int width)
     const std::size_t beyond = text.size() - std::min(text.size(), digits);
     const std::string_view column = text.substr(beyond);
     if (text.substr(0, beyond).find_first_not_of('0') != std::string_view::npos ||
-        !all_digits(column.data(), column.size())) {
+        !all_digits(column)) {
         report_misuse(text, digits, width);
         return false;
     }
@@ -119,21 +157,18 @@ bool find_column(std::string_view& text, int width)
 /// Appends the words that the digits of `text` stand for, its last digit first.
 void append_words(std::vector<std::uint32_t>& words, std::string_view text)
 {
-    chunk_text digits;  // NOLINT(*-member-init): filled before use
-    chunk_words result; // NOLINT(*-member-init): filled before use
-    while (!text.empty()) {
-        const std::size_t taken = std::min(text.size(), chunk_digits);
-        const std::size_t count = (taken + word_digits - 1) / word_digits;
-        const std::size_t missing = count * word_digits - taken;
-        const char* source = text.data() + text.size() - taken;
-        if (missing != 0) {
-            std::fill_n(digits.begin(), missing, '0');
-            std::copy_n(source, taken, digits.begin() + missing);
-            source = digits.data();
-        }
-        read_digits(source, count, result.data());
-        words.insert(words.end(), result.data(), result.data() + count);
-        text.remove_suffix(taken);
+    while (text.size() >= word_digits) {
+        const std::size_t count = std::min(text.size() / word_digits, piece_words);
+        const std::size_t start = words.size();
+        words.resize(start + count);
+        read_digits(text.data() + text.size() - count * word_digits, count, words.data() + start);
+        text.remove_suffix(count * word_digits);
+    }
+    if (!text.empty()) {
+        std::array<char, word_digits> digits{};
+        digits.fill('0');
+        std::copy(text.begin(), text.end(), digits.end() - text.size());
+        words.push_back(word_of(load_digits(digits.data())));
     }
 }
 
@@ -141,50 +176,46 @@ void append_words(std::vector<std::uint32_t>& words, std::string_view text)
 void store_column(TRUTH_TABLE_VAL& value, int width, std::string_view text)
 {
     value.bit_count = std::int32_t{1} << width; // stays when the allocation fails
-    std::vector<std::uint32_t> words;
-    words.reserve(words_for_width(width));
-    append_words(words, text);
-    words.resize(words_for_width(width));
-    value.words.swap(words);
+    const std::size_t size = words_for_width(width);
+    if (value.words.capacity() < size) {
+        std::vector<std::uint32_t> longer;
+        longer.reserve(size);
+        value.words.swap(longer);
+    }
+    value.words.clear();
+    append_words(value.words, text);
+    value.words.resize(size);
 }
 
-/// @brief Fills `result` with the meaningful words from word `start` on.
-///
-/// Words that are missing count as zero.
-/// @return the words themselves where they lie in the column as they are needed
-const std::uint32_t* meaningful_words(const TRUTH_TABLE_VAL& value, std::size_t start,
-                                      std::size_t count, chunk_words& result)
+/// The meaningful bits of a word; words that are missing count as zero.
+std::uint32_t meaningful_word(const TRUTH_TABLE_VAL& value, std::size_t i)
 {
-    const std::size_t bits = static_cast<std::size_t>(value.bit_count) - start * 32;
-    if (start + count <= value.words.size() && count * 32 <= bits) {
-        return value.words.data() + start;
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        result[i] = start + i < value.words.size() ? value.words[start + i] : 0;
-    }
-    if (bits < count * 32) {
-        result[count - 1] &= (1U << bits % 32) - 1;
-    }
-    return result.data();
+    const std::uint32_t word = i < value.words.size() ? value.words[i] : 0;
+    const std::size_t bits = static_cast<std::size_t>(value.bit_count) - i * 32;
+    return bits < 32 ? word & ((1U << bits) - 1) : word;
 }
 
 } // namespace
 
 std::string TRUTH_TABLE_VAL::get_hex_string() const
 {
-    const std::size_t digits = digits_for_bits(bit_count);
     std::string text;
+    std::size_t digits = digits_for_bits(bit_count); // that are not yet written
     text.reserve(digits);
-    chunk_words copy; // NOLINT(*-member-init): filled before use
-    chunk_text chunk; // NOLINT(*-member-init): filled before use
-    std::size_t end = (digits + word_digits - 1) / word_digits;
-    std::size_t unused = end * word_digits - digits; // digits that the last word has too many
-    while (end > 0) {
-        const std::size_t count = std::min(end, chunk_size);
-        end -= count;
-        write_digits(meaningful_words(*this, end, count, copy), count, chunk.data());
-        text.append(chunk.data() + unused, count * word_digits - unused);
-        unused = 0;
+    const std::size_t whole = std::min(words.size(), static_cast<std::size_t>(bit_count) / 32);
+    while (digits > whole * word_digits) {  // of words that are missing or used in part
+        std::array<char, word_digits> word; // NOLINT(*-member-init): filled before use
+        const std::size_t end = (digits - 1) / word_digits;
+        store_digits(word.data(), digits_of(meaningful_word(*this, end)));
+        text.append(word.end() - (digits - end * word_digits), word.end());
+        digits = end * word_digits;
+    }
+    while (digits > 0) {
+        const std::size_t count = std::min(digits / word_digits, piece_words);
+        const std::size_t start = text.size();
+        digits -= count * word_digits;
+        text.resize(start + count * word_digits);
+        write_digits(words.data() + digits / word_digits, count, text.data() + start);
     }
     return text;
 }
