@@ -97,9 +97,9 @@ BOOL_FUNC::BOOL_FUNC(BOOL_FUNC* src) : BOOL_FUNC()
         report(report_site::func_copy_of_null);
         return;
     }
-    root = new_copy(src->root);
     nsuppt = src->nsuppt;
     rootcompl = src->rootcompl;
+    root = new_copy(src->root); // last, for it may report
 }
 
 BOOL_FUNC::~BOOL_FUNC() { free_tree(root); }
