@@ -98,7 +98,7 @@ BDD_NODE* composition::result_for(const frame& each, BDD_NODE* low)
     if (unchanged && var != no_variable) {
         return each.node; // no need to search for it
     }
-    // Where no node has the variable, every node is made again: it may be one of another manager.
+    // With no variable to replace, every node is made anew: it may be one of another manager.
     if (top < edge::variable(each.high) && top < edge::variable(low)) {
         return with_memory_from([this] { give_back(); },
                                 [&] { return make_node(manager, top, each.high, low); });

@@ -4,7 +4,7 @@
 
 namespace basbdd {
 
-/// The index of the constant node; also the free entry of a support list and "no variable".
+/// No variable: that of the constant node, of a free entry in a support list, of an unknown signal.
 constexpr unsigned short no_variable = 0xFFFF;
 
 /// @brief Makes the constant node unless it is there, whatever thread asks. It is never freed.

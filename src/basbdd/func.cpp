@@ -36,14 +36,14 @@ BDD_NODE* with_signal_replaced(const BDD_FUNC& f, TECHMAP_SIG* sig, const replac
     return var == no_variable ? nullptr : f.mgr->compose(f.bdd, var, g(var));
 }
 
-/// The function of an edge with nodes of another manager in nodes of this one; null when this one
-/// lacks a variable that it depends on.
+/// The function of another manager's edge in nodes of this manager: to compose with no variable
+/// makes every node anew. Null when this manager lacks a variable that it depends on.
 BDD_NODE* rebuild(BDD_MANAGER& manager, BDD_NODE* foreign)
 {
     return manager.compose(foreign, no_variable, nullptr);
 }
 
-/// @brief An empty list of variables, on the stack for the cells of a library.
+/// @brief An empty list of variables, which is on the stack when it is as short as for a cell.
 class scratch_list {
 public:
     explicit scratch_list(unsigned capacity)
@@ -102,7 +102,8 @@ BDD_FUNC::~BDD_FUNC() { delete[] suppt; }
 void BDD_FUNC::setbdd(BDD_NODE* n)
 {
     BDD_NODE* const e = basbdd::edge::node(n) == nullptr ? basbdd_zero : n;
-    basbdd::scratch_list variables(nvars); // listed aside, for the walk may run out of memory
+    // Listed aside: when memory ends on the way, the function is as it was.
+    basbdd::scratch_list variables(nvars);
     const unsigned count = basbdd::collect_support(basbdd::edge::node(e), variables.begin(), nvars);
     initsupport();
     std::copy_n(variables.begin(), count, suppt);

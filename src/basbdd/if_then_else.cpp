@@ -12,7 +12,8 @@ using edge::complement_if;
 using edge::is_marked;
 using edge::variable;
 
-/// The order that picks one of the equal triples: by variable, then by the edges themselves.
+/// The order by which one of several triples with the same result is chosen: by variable, then by
+/// the edges themselves.
 bool ranks_before(BDD_NODE* x, BDD_NODE* y)
 {
     const unsigned short of_x = variable(x);
@@ -139,7 +140,9 @@ inline ite_triple if_then_else::second(const frame& each)
 
 inline BDD_NODE* if_then_else::join(const frame& each, BDD_NODE* low)
 {
-    BDD_NODE* const f = each.triple.f; // often the result itself: no need to search for it
+    // The result is often f itself, which spares the search; but a variable that the manager lacks
+    // has no result, even where another manager's f has it.
+    BDD_NODE* const f = each.triple.f;
     const bool is_f = variable(f) == each.top && f->high == each.high && f->low == low &&
                       each.top < manager.nvars;
     BDD_NODE* const result = is_f ? f : node_of(each.top, each.high, low);
@@ -150,6 +153,7 @@ inline BDD_NODE* if_then_else::join(const frame& each, BDD_NODE* low)
     return complement_if(result, each.complemented);
 }
 
+// Flattened: the steps of the walk are so small that to call them would cost more than they do.
 [[gnu::flatten]] BDD_NODE* if_then_else::operator()(const ite_triple& triple)
 {
     const auto& [f, g, h] = triple;

@@ -20,6 +20,7 @@ struct ite_triple {
     {
         return f == other.f && g == other.g && h == other.h;
     }
+    /// Each operand has an odd multiplier of its own, so that exchanged operands hash differently.
     std::uint64_t hash() const
     {
         return edge::value(f) * golden_ratio + edge::value(g) * 0xC2B2AE3D27D4EB4FU +

@@ -43,7 +43,7 @@ constexpr std::uint64_t golden_ratio = 0x9E3779B97F4A7C15U;
 template <typename problem>
 class memo {
 public:
-    // The tables are left uninitialised on purpose.
+    // The tables are not initialised, for many calls keep nothing or little.
     memo() {} // NOLINT(cppcoreguidelines-pro-type-member-init,modernize-use-equals-default)
     memo(const memo&) = delete;
     memo& operator=(const memo&) = delete;
@@ -113,16 +113,15 @@ private:
     };
 
     static constexpr unsigned own_bits = 8;
-    static constexpr unsigned large_bits =
-        16; ///< an index up to that size grows four times, then twice
-    static constexpr unsigned page_bits = 22; ///< of at most 16 MiB
+    static constexpr unsigned large_bits = 16; ///< below, an index grows fourfold, then twofold
+    static constexpr unsigned page_bits = 22;  ///< larger indexes are in pages of 16 MiB
     static constexpr unsigned most_bits = 32;
     static constexpr std::size_t page_size = std::size_t{1} << page_bits;
     static constexpr std::size_t own_slot_count = std::size_t{1} << own_bits;
     static constexpr std::size_t own_entry_count = own_slot_count / 2;
     static constexpr std::size_t block_size = 8192 / sizeof(entry);
-    /// Stands for the index until the first entry; never written, so that a call that keeps nothing
-    /// clears nothing.
+    /// Stands for the index until the first entry, so that a call that keeps nothing clears
+    /// nothing. Nobody writes it, so all threads may have the same.
     inline static std::uint32_t no_slots[2];
 
     std::size_t slot_count() const { return mask + std::size_t{1}; }
@@ -145,6 +144,7 @@ private:
         return const_cast<entry&>(std::as_const(*this).entry_at(number));
     }
 
+    /// Few indexes are so large that they have several pages.
     const std::uint32_t& slot(std::size_t at) const
     {
         return __builtin_expect(static_cast<long>(mask < page_size), 1) != 0 ? slots[at]
@@ -189,6 +189,7 @@ private:
         }
     }
 
+    /// Forgets the oldest entries; to link the others again is the caller's.
     void forget(std::size_t count)
     {
         used -= count;
@@ -219,7 +220,8 @@ private:
         if (slots == no_slots) {
             slots = own_slots;
         } else {
-            bits = 64 - shift < large_bits ? 66 - shift : 65 - shift;
+            bits = 64 - shift;
+            bits += bits < large_bits ? 2 : 1;
             add_pages(bits);
         }
         shift = 64 - bits;
@@ -227,7 +229,7 @@ private:
         link_all();
     }
 
-    /// Gives an index of that size its memory; the one there was is gone, if all goes well.
+    /// Gets memory for an index of 2^bits slots, to be linked anew; the old one stays if it throws.
     void add_pages(unsigned bits)
     {
         if (bits > most_bits) {

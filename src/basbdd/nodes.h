@@ -19,7 +19,7 @@ inline BDD_NODE* variable_node(const BDD_MANAGER& manager, unsigned short var)
 
 /// @brief The edge of the function that is `high` where variable `var` is 1, else `low`.
 ///
-/// Takes what `high` is marked with out of the node, so that a stored high edge is unmarked.
+/// A mark of `high` goes over to the edge that is returned: a stored high edge is never marked.
 /// @param var   above the variables of both edges
 /// @param high  an edge, marked or not, as is `low`
 /// @param low   when it equals `high`, that is the result

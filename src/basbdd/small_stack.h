@@ -18,7 +18,7 @@ class small_stack {
     static_assert(std::is_trivially_copyable_v<record>);
 
 public:
-    // The first records are left uninitialised on purpose.
+    // The first records are not initialised, for a short walk uses few of them.
     small_stack() : base(own), end(own), limit(own + own_count) {} // NOLINT
     small_stack(const small_stack&) = delete;
     small_stack& operator=(const small_stack&) = delete;
@@ -55,7 +55,7 @@ private:
     // NOLINTNEXTLINE(bugprone-sizeof-expression): a record may be a pointer
     static constexpr std::size_t block_size = 8192 / sizeof(record);
 
-    /// Makes the own records, number 0, or those of a block on the heap the topmost ones.
+    /// Goes to the records that have the top: the own ones are number 0, others in a block.
     [[gnu::noinline]] void enter(std::size_t number)
     {
         if (number > blocks.size()) {

@@ -30,7 +30,7 @@ public:
         if ((place != end && *place == var) || place == limit) {
             return;
         }
-        if (end != limit) {
+        if (end != limit) { // else the largest is overwritten
             ++end;
         }
         std::copy_backward(place, end - 1, end);

@@ -95,8 +95,8 @@ private:
     memo<node_key<BOOL_TNODE>> known;
 };
 
-/// Converts what needs no look at operands, or opens a frame for it. The right operand may be
-/// missing.
+/// Converts what needs no look at operands, or opens a frame for it. A right operand that is
+/// missing has no result.
 solution conversion::settle(BOOL_TNODE* tree)
 {
     if (tree == nullptr) {
