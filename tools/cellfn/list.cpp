@@ -25,6 +25,30 @@ value remarks(const basbdcells::cell& source, const basbdcells::output& drives)
     return all.empty() ? value() : all;
 }
 
+/// Adds a row for each output. @return how many have representations that disagree
+std::size_t add_rows(const sources& given, table& rows)
+{
+    std::size_t disagreements = 0;
+    progress shown("cells", given.cells().size());
+    for (const sources::entry& each : given.cells()) {
+        for (const basbdcells::output& drives : each.cell->outputs) {
+            shown.begin_item(is_large(drives.function));
+            representations all(drives.function);
+            const std::string found = all.check();
+            if (!found.empty()) {
+                ++disagreements;
+                shown.hide();
+                print_message(*each.file, drives.line,
+                              "cell " + basbdcells::printable(each.cell->name) + ": " + found);
+            }
+            rows.add({each.cell->name, drives.name, area_of(*each.cell), drives.function.pins,
+                      all.texts.hexadecimal, all.external(), all.internal(), all.equation(),
+                      bdd_text(all.bdd), remarks(*each.cell, drives), *each.file});
+        }
+    }
+    return disagreements;
+}
+
 } // namespace
 
 int list(const selection& from)
@@ -48,26 +72,7 @@ int list(const selection& from)
                           {"BDD", on_terminal::cut, 2},
                           {"remarks", has_remarks ? on_terminal::cut : on_terminal::hidden, 2}}),
                output_width());
-    std::size_t disagreements = 0;
-    {
-        progress shown("cells", given.cells().size());
-        for (const sources::entry& each : given.cells()) {
-            for (const basbdcells::output& drives : each.cell->outputs) {
-                shown.begin_item(is_large(drives.function));
-                representations all(drives.function);
-                const std::string found = all.check();
-                if (!found.empty()) {
-                    ++disagreements;
-                    shown.hide();
-                    print_message(*each.file, drives.line,
-                                  "cell " + basbdcells::printable(each.cell->name) + ": " + found);
-                }
-                rows.add({each.cell->name, drives.name, area_of(*each.cell), drives.function.pins,
-                          all.texts.hexadecimal, all.external(), all.internal(), all.equation(),
-                          bdd_text(all.bdd), remarks(*each.cell, drives), *each.file});
-            }
-        }
-    }
+    const std::size_t disagreements = add_rows(given, rows);
     const bool has_outputs = rows.size() != given.cells().size();
     rows.finish(std::to_string(given.cells().size()) + " cells, " +
                 (has_outputs ? std::to_string(rows.size()) + " outputs, " : "") +

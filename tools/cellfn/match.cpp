@@ -215,6 +215,19 @@ void print_unused_inputs(const basbdcells::function_set& wanted,
     }
 }
 
+std::vector<basbdcells::match> find(const sources& given, const matcher& search)
+{
+    std::vector<basbdcells::match> found;
+    progress shown("cells", given.cells().size());
+    for (const sources::entry& each : given.cells()) {
+        shown.begin_item();
+        for (basbdcells::match& one : search.matches_of(*each.cell)) {
+            found.push_back(std::move(one));
+        }
+    }
+    return found;
+}
+
 } // namespace
 
 int match(const selection& from, const match_request& wanted)
@@ -227,16 +240,7 @@ int match(const selection& from, const match_request& wanted)
     const basbdcells::shared_functions functions = read_functions(wanted, given.pins());
     const basbdcells::function_set target(functions.tables);
     const matcher search(target, wanted.inverters);
-    std::vector<basbdcells::match> found;
-    {
-        progress shown("cells", given.cells().size());
-        for (const sources::entry& each : given.cells()) {
-            shown.begin_item();
-            for (basbdcells::match& one : search.matches_of(*each.cell)) {
-                found.push_back(std::move(one));
-            }
-        }
-    }
+    std::vector<basbdcells::match> found = find(given, search);
     if (found.empty()) {
         const std::string text = joined(wanted.functions);
         const std::string what =
