@@ -77,7 +77,8 @@ inline bool library::has_error() const
 /// std::bad_alloc. Time is linear in the text; memory grows with what is kept. Nothing is
 /// recursive. Of Liberty, `library`, `cell`, `pin`, `bus`, `bundle` and the names of state groups
 /// are looked into. Outputs that are no function of input pins are left out with one note for each
-/// reason, which counts the cells and names the first eight.
+/// reason, which counts the cells and names the first eight. Of more than 1000 diagnostics the last
+/// says that there are more. Files that a Liberty text includes are not read, and that is an error.
 /// @param text  plain
 BASBD_API library read_library(std::string_view text);
 
