@@ -7,6 +7,7 @@
 #include "liberty_statement.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -25,13 +26,8 @@ struct open_group {
     pin_range pins;
 };
 
-bool is_pin_group(const std::string& kind)
-{
-    return kind == "pin" || kind == "bus" || kind == "bundle";
-}
-
 /// How many of the words in parentheses say something of a cell's function.
-std::size_t words_to_keep(const std::string& name)
+std::size_t words_to_keep(std::string_view name)
 {
     const bool is_list = is_pin_group(name) || is_state_group(name) || name == "members";
     return name == "cell" || name == "include_file" ? 2 : is_list ? std::string::npos : 0;

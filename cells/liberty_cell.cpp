@@ -42,7 +42,12 @@ pin_range liberty_cell::add_pins(const std::vector<std::string>& names, const li
     return {first, pins.size()};
 }
 
-bool is_state_group(const std::string& kind)
+bool is_pin_group(std::string_view kind)
+{
+    return kind == "pin" || kind == "bus" || kind == "bundle";
+}
+
+bool is_state_group(std::string_view kind)
 {
     return kind == "ff" || kind == "latch" || kind == "ff_bank" || kind == "latch_bank" ||
            kind == "statetable";

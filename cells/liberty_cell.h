@@ -8,6 +8,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -60,7 +61,10 @@ private:
     std::unordered_map<std::string, std::size_t> numbers; ///< of the first pin of each name
 };
 
+/// Whether a group of this kind makes pins.
+bool is_pin_group(std::string_view kind);
+
 /// Whether a group of this kind holds the state of a cell.
-bool is_state_group(const std::string& kind);
+bool is_state_group(std::string_view kind);
 
 } // namespace basbdcells

@@ -197,6 +197,15 @@ private:
     bool is_kept = false;
 };
 
+/// How much of a string's text is nothing but text.
+std::size_t length_of_plain_text(std::string_view text)
+{
+    for (const char c : {'"', '\n', '\\'}) { // few are left to the last one
+        text = text.substr(0, text.find(c));
+    }
+    return text.size();
+}
+
 } // namespace
 
 std::string scanner::take_string(std::size_t limit)
@@ -213,33 +222,26 @@ std::string scanner::take_string(std::size_t limit)
         pass(count);
     };
     while (next() != end) {
-        std::size_t stop = std::min(block.find('"'), block.size());
-        stop = std::min(block.substr(0, stop).find('\n'), stop);
-        stop = std::min(block.substr(0, stop).find('\\'), stop);
-        keep(stop);
-        if (behind.can_be_put_back() && behind.has_group(stop)) {
+        const std::size_t plain = length_of_plain_text(block);
+        keep(plain);
+        if (behind.can_be_put_back() && behind.has_group(plain)) {
             break;
         }
-        if (block.empty()) {
-            continue;
-        }
-        switch (block.front()) {
-        case '"':
+        const char c = block.empty() ? '\0' : block.front();
+        if (c == '"') {
             advance(1);
             return text;
-        case '\n':
+        }
+        if (c == '\n') {
             keep(1);
             behind.begin();
-            break;
-        default: // a backslash
-            if (is_continued()) {
-                pass(block.find('\n') + 1);
-            } else if (starts_with("\\\"")) {
-                pass(1);
-                keep(1);
-            } else {
-                keep(starts_with("\\\\") ? 2 : 1);
-            }
+        } else if (c == '\\' && is_continued()) {
+            pass(block.find('\n') + 1);
+        } else if (c == '\\' && starts_with("\\\"")) {
+            pass(1);
+            keep(1);
+        } else if (c == '\\') {
+            keep(starts_with("\\\\") ? 2 : 1);
         }
     }
     if (behind.can_be_put_back()) {
