@@ -130,8 +130,8 @@ public:
     void markusage();
     /// @brief Takes 1 from `usage` in every node for each path, and deletes a child left with 0.
     ///
-    /// Deletes neither this node nor clears pointers to what it deletes. `BOOL_FUNC` frees its tree
-    /// in another way, which no number of paths can lead astray.
+    /// Does not delete this node, and does not clear the pointers to what it deletes. `BOOL_FUNC`
+    /// frees its tree in another way, which no number of paths can lead astray.
     void reclaim();
     /// @}
 
@@ -165,9 +165,9 @@ public:
     /// @brief Puts a deep copy of `sub` in the place of each leaf of `sig`, and toggles the edge's
     /// flag when `iscompl` is not 0.
     ///
-    /// The copies are not searched; `sub` does not change. Visits each operator once and leaves
-    /// `usage` 0 throughout. Reported on a leaf (line 323), which stays as it is. A null `sub` is
-    /// reported for each copy (line 56).
+    /// The copies are not searched; `sub` does not change, and where it is a part of this tree it
+    /// is copied as it was. Visits each operator once and leaves `usage` 0 throughout. Reported on
+    /// a leaf (line 323), which stays as it is. A null `sub` is reported for each copy (line 56).
     void subtreeforsig(TECHMAP_SIG* sig, BOOL_TNODE* sub, unsigned char iscompl);
     /// @brief Enters the tree's distinct signals as they are met.
     /// @param list  20 entries, filled from the front and null behind; more signals are left out
@@ -212,9 +212,9 @@ public:
     /// @brief Complements the node: AND and OR change places and toggle both flags, constants
     /// change places, anything else toggles `lcompl`.
     ///
-    /// An operator without operands stands for 0 before and after, and so does one whose only
-    /// operand is on the right, but where simplification reads it; an unknown operator is another
-    /// function, if not the complement.
+    /// An operator without operands stands for 0 before and after. So does one whose only operand
+    /// is on the right, but where simplification reads it. An unknown operator becomes another
+    /// function, not always the complement.
     void complsubtree();
     /// @brief Removes constants, missing operands and operators of twice the same signal, children
     /// before parents.

@@ -34,7 +34,7 @@ void replace_by_simplified(BOOL_FUNC& function, owned_tree tree, later_reports& 
 
 /// @brief What a function was before a part of it was detached.
 ///
-/// Made that again at the end of the scope, unless `let_go` was called.
+/// The function becomes that again at the end of the scope, unless `let_go` was called.
 class broken_function {
 public:
     broken_function(BOOL_FUNC& broken, BOOL_FUNC& detached)

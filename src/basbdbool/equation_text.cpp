@@ -23,17 +23,16 @@ thread_local std::size_t eqnbuffersize = first_size;
 /// register. There is always room for a terminating zero.
 class growing_buffer {
 public:
-    /// Takes the caller's pointers, which are valid at any time, also when memory ends.
+    /// Works on the caller's own pointers, so that they are valid when memory ends.
     growing_buffer(char*& text, char*& text_end)
-        : start(text), end(text_end), capacity(eqnbuffersize), limit(text + capacity)
+        : start(text), end(text_end), limit(text + eqnbuffersize)
     {
     }
     growing_buffer(const growing_buffer&) = delete;
     growing_buffer& operator=(const growing_buffer&) = delete;
-    /// Keeps the capacity; at the end, for a report may have written texts, even into this buffer.
-    ~growing_buffer() { eqnbuffersize = capacity; }
+    ~growing_buffer() { eqnbuffersize = static_cast<std::size_t>(limit - start); }
 
-    /// Sees to room for so many characters. @return the position, in the buffer that then is
+    /// Makes room for `size` characters and a zero. @return the position, maybe in a new buffer
     char* with_room(char* cur, std::ptrdiff_t size)
     {
         return limit - cur > size ? cur : grow(cur, size);
@@ -50,21 +49,19 @@ private:
     [[gnu::noinline, gnu::cold]] char* grow(const char* cur, std::ptrdiff_t size)
     {
         const std::ptrdiff_t length = cur - start;
-        std::size_t larger = capacity;
-        while (larger <= static_cast<std::size_t>(length + size)) {
-            larger *= 2;
+        std::ptrdiff_t capacity = limit - start;
+        while (capacity <= length + size) {
+            capacity *= 2;
         }
-        char* const buffer = new char[larger];
-        end = std::copy_n(start, length, buffer);
-        delete[] std::exchange(start, buffer);
-        capacity = larger;
+        char* const larger = new char[static_cast<std::size_t>(capacity)];
+        end = std::copy_n(start, length, larger);
+        delete[] std::exchange(start, larger);
         limit = start + capacity;
         return end;
     }
 
     char*& start;
     char*& end;
-    std::size_t capacity;
     char* limit; ///< the end of the buffer
 };
 
@@ -75,7 +72,8 @@ bool right_needs_parentheses(const BOOL_TNODE& node)
     return node.right->op != node.op || node.rcompl != 0;
 }
 
-/// Writes a character if asked to: without a branch, for nobody foresees where complements are.
+/// Writes a character if asked to: without a branch, for complements stand anywhere. There must be
+/// room for it in any case.
 char* write_if(bool is_asked, char* cur, char character)
 {
     *cur = character;
@@ -156,6 +154,18 @@ char* write_operator(char* cur, signed char op)
     return cur;
 }
 
+/// @brief The capacity of a text that is written, put back at the end of the scope, for reports may
+/// write texts.
+///
+/// When they grow the buffer of this very text, the capacity is too small, which harms nothing.
+struct kept_capacity {
+    kept_capacity() = default;
+    kept_capacity(const kept_capacity&) = delete;
+    kept_capacity& operator=(const kept_capacity&) = delete;
+    ~kept_capacity() { eqnbuffersize = capacity; }
+    const std::size_t capacity = eqnbuffersize;
+};
+
 /// The buffer of a text that is not yet handed out.
 struct owned_buffer {
     owned_buffer() : start(new char[first_size]) { eqnbuffersize = first_size; }
@@ -169,9 +179,12 @@ struct owned_buffer {
 
 char* BOOL_TNODE::writesubtree(char*& buf, char*& cur)
 {
-    growing_buffer text(buf, cur);
     later_reports reports;
-    cur = write_tree(text, cur, *this, reports);
+    {
+        growing_buffer text(buf, cur);
+        cur = write_tree(text, cur, *this, reports);
+    }
+    const kept_capacity kept;
     reports.send();
     return cur;
 }
@@ -179,10 +192,10 @@ char* BOOL_TNODE::writesubtree(char*& buf, char*& cur)
 char* BOOL_FUNC::writeeqn()
 {
     owned_buffer buffer;
+    later_reports reports;
     {
         char* end = buffer.start;
         growing_buffer text(buffer.start, end);
-        later_reports reports;
         if (root != nullptr && rootcompl == 0) {
             end = write_tree(text, end, *root, reports);
         } else if (root != nullptr) {
@@ -191,8 +204,9 @@ char* BOOL_FUNC::writeeqn()
             *end++ = ')';
         }
         *end = '\0';
-        reports.send();
     }
+    const kept_capacity kept;
+    reports.send();
     if (std::strcmp(buffer.start, "~(0)") == 0) {
         std::copy_n("1", 2, buffer.start);
     }

@@ -47,7 +47,7 @@ void fix_signal(BOOL_FUNC& function, const TECHMAP_SIG* sig, BOOL_OP op, report_
 
 /// @brief Whether the tree of an operator holds `sig`.
 ///
-/// The search passes the place where a new leaf goes.
+/// On its way it passes where a new leaf goes.
 /// @param node  the operator; moved along the right spine as far as the search went
 bool is_on_spine(BOOL_TNODE*& node, const TECHMAP_SIG* sig)
 {
@@ -84,7 +84,7 @@ BOOL_FUNC::BOOL_FUNC(char const** names, BOOL_VARNAME last) : BOOL_FUNC()
     choose_name_table(names, last);
 }
 
-// Once the delegate is done, the destructor frees the root should the names throw.
+// It delegates so that the destructor frees the root should choosing the names throw.
 BOOL_FUNC::BOOL_FUNC(BOOL_FUNCTYPE type, char const** names, BOOL_VARNAME last) : BOOL_FUNC()
 {
     root = new_node(static_cast<signed char>(type));

@@ -42,7 +42,8 @@ std::atomic<const char* const*> varnametbl = vardefnametbl;
 
 void choose_name_table(char const** names, BOOL_VARNAME last)
 {
-    // Of the threads that come here first, one chooses and the others wait; if it throws, the next.
+    // Of the threads that come here first, one chooses and the others wait;
+    // if it throws, the next one tries.
     [[maybe_unused]] static const bool is_chosen = [=] {
         varnametbl.store(chosen_table(names, last), std::memory_order_release);
         return true;

@@ -15,7 +15,7 @@ constexpr int name_count = BOOL_VAR_NONE;
 /// @param names  texts to copy for the names 0 to `last`; null for the default texts
 void choose_name_table(char const** names, BOOL_VARNAME last);
 
-/// The texts in use: the default ones until a table is chosen, and that only when it is whole.
+/// The default texts, then those of the chosen table, stored once it is complete.
 extern std::atomic<const char* const*> varnametbl;
 
 /// The text of name `v`, 0 to 16: null where the table in use has none.

@@ -31,7 +31,7 @@ public:
     copier(const copier&) = delete;
     copier& operator=(const copier&) = delete;
 
-    /// An unfinished copy loses what was made below its root.
+    /// If the pool threw, frees what was made below the root.
     ~copier()
     {
         if (!done) {
@@ -179,7 +179,7 @@ void* BOOL_TNODE::operator new(std::size_t /*size*/) { return fstmem->getnewptr(
 
 void BOOL_TNODE::operator delete(void* block)
 {
-    if (block != nullptr) { // a compiler may pass it on from a deletion of null
+    if (block != nullptr) { // `delete` of null may still call this
         fstmem->free(block);
     }
 }

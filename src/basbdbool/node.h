@@ -20,7 +20,7 @@ inline bool is_operator(const BOOL_TNODE* node) { return node != nullptr && !bas
 /// @brief Whether `node` is a leaf of `sig`, named or not. A constant's null is no signal.
 ///
 /// The address is compared first, for it seldom matches; that of a signal which the host has freed
-/// may be the address of an operator's child by now.
+/// may be the address of an operator's child by now, so the op code counts, too.
 inline bool is_leaf_of(const BOOL_TNODE& node, const TECHMAP_SIG* sig)
 {
     return basbd_leaf_signal(node) == sig && sig != nullptr && basbd_is_leaf(node);
@@ -30,7 +30,7 @@ inline void toggle(unsigned char& flag) { flag ^= 1U; }
 
 /// @brief A new operator without children, or a constant.
 ///
-/// Written here and not by a constructor, which is the host's to call and no inline function.
+/// Not by the constructor, which is exported and cannot be inlined.
 inline BOOL_TNODE* new_node(signed char op)
 {
     auto* const node = static_cast<BOOL_TNODE*>(BOOL_TNODE::fstmem->getnewptr());
@@ -58,7 +58,7 @@ inline void delete_node(BOOL_TNODE* node) noexcept { BOOL_TNODE::fstmem->free(no
 /// @brief Frees every node of a tree once, however many paths lead to it; null is no tree.
 ///
 /// Counting paths in `usage` goes wrong at 65,536 of them; this counts nothing.
-/// @param kept  null, or a tree whose nodes stay also where they belong to both
+/// @param kept  null, or a tree that may share nodes with this one: those stay
 void free_tree(BOOL_TNODE* root, BOOL_TNODE* kept = nullptr) noexcept;
 
 /// Clears `usage` in every node, visiting each once however many paths lead to it.

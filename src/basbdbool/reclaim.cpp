@@ -40,9 +40,9 @@ void clear_marks(BOOL_TNODE* root)
 
 /// @brief Nodes of a dying tree, each found once however many paths lead to it.
 ///
-/// They go back to the pool last path by last path, children before their parent: that is the
-/// reverse of the order in which a walk to the right finds them. None goes back before all are
-/// found, for another path may lead to it.
+/// A node goes back to the pool at the last path to it, children before their parent: the reverse
+/// of the order in which a walk that takes right operands first finds them. None goes back before
+/// all are found, for another path may lead to it.
 ///
 /// A node that was found has the one found before it in `right`. While it waits for its right
 /// child to be dealt with, it keeps its left child; the one that waited before it is the one found

@@ -69,7 +69,7 @@ private:
         unsigned long count;
     };
     static constexpr std::size_t first_capacity = 8;
-    /// A place for each of them.
+    /// As many as there are report sites.
     static constexpr std::size_t most_sites = 24;
 
     run& run_of(report_site site) noexcept;

@@ -54,7 +54,7 @@ inline void fix_leaf(BOOL_TNODE& leaf, const TECHMAP_SIG* sig, BOOL_OP op)
     }
 }
 
-/// A deep copy; of null an operator without operands.
+/// A deep copy; a copy of null is reported and has no operands.
 owned_tree copy_or_empty(BOOL_TNODE* sub, later_reports& reports);
 
 /// Puts a copy of `sub` in the place of every leaf of `sig` under the operator `root`.

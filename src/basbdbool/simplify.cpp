@@ -144,7 +144,7 @@ BOOL_TNODE* rewrite_and_report(BOOL_TNODE* node, BOOL_TNODE* (*change)(BOOL_TNOD
     return replacement;
 }
 
-/// Whether an operator whose operands are reduced is not reduced itself, as few are.
+/// Whether an operator is still to be reduced although its operands are, as few are.
 bool is_reducible(const BOOL_TNODE& node)
 {
     const BOOL_TNODE* const left = node.left;

@@ -46,7 +46,7 @@ public:
         }
     }
 
-    /// To a child, without a way back where no pointer above is lent.
+    /// To a child. On the start's chain, where nothing is lent yet, no way back is kept.
     void go_on(branch side)
     {
         if (!at_start()) {
@@ -150,7 +150,7 @@ inline bool walk_edges(BOOL_TNODE* start, enter_function enter, up_function up =
     }
 }
 
-/// @brief Calls `leave` for the edge that a walk is done with what is below of.
+/// Calls `leave` for an edge once the walk is done with what is below it.
 template <typename leave_function>
 auto on_edge(leave_function leave)
 {

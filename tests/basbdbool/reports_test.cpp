@@ -197,6 +197,14 @@ TEST(reports, may_edit_the_function_and_throw)
         nameless.root->writesubtree(buffer, end);
     }
     EXPECT_EQ(std::string(end - 6, end), "*BB*BB");
+    host_recorder::on_report = [&](int /*line*/) { // takes most of it back
+        end = buffer + 300;
+        nameless.root->right->writesubtree(buffer, end);
+    };
+    for (int i = 0; i < 300; ++i) {
+        nameless.root->writesubtree(buffer, end);
+    }
+    EXPECT_EQ(end - buffer, 301);
     host_recorder::on_report = nullptr;
     delete[] buffer;
     host_recorder::take_reports();
