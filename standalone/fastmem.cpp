@@ -40,18 +40,17 @@ void forbid([[maybe_unused]] void* block, [[maybe_unused]] std::size_t size)
 
 /// @brief What a thread has of the listed pool, to take from and to put into without a lock.
 ///
-/// Only what is put into it is counted, which is half the cost: when that might have made the list
-/// too long, its length is found out.
+/// To count both ways would cost twice as much, so only puts are counted: when they may have made
+/// the list too long, a walk sees whether it is.
 struct thread_list {
     free_block* first;
-    std::ptrdiff_t puts_left; ///< until then; none before the thread's end is known to be told
+    std::ptrdiff_t puts_left; ///< until then; none until the thread may have a list
 };
 
 /// At a place that is fixed when the process starts, so that no access is a call.
 [[gnu::tls_model("initial-exec")]] thread_local thread_list mine;
 
-/// The first pool of the process. None follows it when it is gone, for threads still have lists of
-/// it.
+/// The first pool of the process. None follows it when it is gone, for threads keep their lists of it.
 std::atomic<const UT_FASTMEM*> listed_pool = nullptr;
 bool was_listed = false;
 
