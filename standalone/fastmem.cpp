@@ -50,7 +50,7 @@ struct thread_list {
 /// At a place that is fixed when the process starts, so that no access is a call.
 [[gnu::tls_model("initial-exec")]] thread_local thread_list mine;
 
-/// The first pool of the process. None follows it when it is gone, for threads keep their lists of it.
+/// The first pool of the process. None follows it once it is gone: threads keep their lists of it.
 std::atomic<const UT_FASTMEM*> listed_pool = nullptr;
 bool was_listed = false;
 
