@@ -269,12 +269,4 @@ TEST(classes, agree_with_brute_force)
     }
 }
 
-TEST(match, inputs_without_effect_are_dropped)
-{
-    EXPECT_EQ(complements(from_hex(2, "8"), from_hex(4, "C0C0"), inverters::none), 0);
-    EXPECT_EQ(complements(from_hex(1, "0"), from_hex(5, "00000000"), inverters::none), 0);
-    EXPECT_EQ(complements(from_hex(1, "3"), from_hex(2, "0"), inverters::allowed), 1);
-    EXPECT_EQ(complements(from_hex(1, "3"), from_hex(2, "0"), inverters::none), -1);
-}
-
 } // namespace
