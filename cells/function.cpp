@@ -67,7 +67,7 @@ void refuse_ambiguous(const names& found, const names& pins)
 {
     for (const std::string& each : found) {
         if (each.size() > 1 && std::all_of(each.begin(), each.end(), is_upper) &&
-            std::find(pins.begin(), pins.end(), each) == pins.end() && each != "CONST") {
+            std::find(pins.begin(), pins.end(), each) == pins.end()) {
             std::string product(1, each.front());
             for (const char c : each.substr(1)) {
                 product += {' ', c};
@@ -191,10 +191,12 @@ function read_column(std::string_view digits, int width)
 
 function read_text(std::string_view text, int width, const names& pins)
 {
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    text.remove_suffix(text.size() - (text.find_last_not_of(blanks) + 1));
     if (text.substr(0, 2) == "0x" || text.substr(0, 2) == "0X") {
         return read_column(text.substr(2), width);
     }
-    if (text.find_first_not_of(blanks) == std::string_view::npos) {
+    if (text.empty()) {
         refuse("expected an equation like 'A B + !C', or a column like 0x8F");
     }
     if (text.substr(0, 3) == "F0=" || text.find('@') != std::string_view::npos) {
