@@ -15,8 +15,9 @@ namespace cellfn {
 /// The cells of all libraries that a command works on.
 class sources {
 public:
-    /// @param advice  whether cells with `dont_use` are left out unless they are asked for
+    /// Whether cells with `dont_use` are left out unless they are asked for.
     enum class advice { followed, shown };
+    /// Reads the files and chooses the cells that the user wants.
     sources(const selection& from, advice use);
 
     /// A cell and the file it is from.

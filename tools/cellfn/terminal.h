@@ -12,13 +12,13 @@ namespace cellfn {
 /// @return 0 where there is no terminal, so that no line is too long
 std::size_t output_width();
 
-/// @brief A line that goes on below itself where it is longer than a terminal is wide.
-///
-/// It is broken at blanks; words that are too long on their own stay whole where they are names,
-/// or are broken as well.
+/// What becomes of a word that is longer than a line; names stay whole.
+enum class words { whole, broken };
+
+/// @brief A line that goes on below itself, from a blank on, where it is longer than a terminal is
+/// wide.
 /// @param indent  of what follows; a few blanks only where this leaves hardly any room
 /// @param width  of the terminal, 0 where no line is too long
-enum class words { whole, broken };
 std::string wrapped(std::string line, std::size_t indent, std::size_t width,
                     words longest = words::whole);
 
