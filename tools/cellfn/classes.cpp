@@ -10,7 +10,7 @@ int classes(const selection& from, basbdcells::inverters use)
 {
     const sources given(from, sources::advice::followed);
     const bool has_error = given.print_diagnostics();
-    if (given.is_unreadable()) {
+    if (given.is_unreadable() && from.shown == format::aligned) {
         return exit_trouble;
     }
     std::vector<const basbdcells::cell*> cells;

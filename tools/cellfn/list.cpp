@@ -54,7 +54,7 @@ std::size_t add_rows(const sources& given, table& rows)
 int list(const selection& from)
 {
     const sources given(from, sources::advice::shown);
-    if (given.is_unreadable()) {
+    if (given.is_unreadable() && from.shown == format::aligned) {
         given.print_diagnostics();
         return exit_trouble;
     }

@@ -80,15 +80,15 @@ void add_format(CLI::App& command, arguments& given)
         ->excludes(tsv);
 }
 
-void add_exclusion(CLI::App& command, arguments& given)
+void add_exclusion(CLI::App& command, arguments& given,
+                   const char* with_dont_use = "Take the cells marked with dont_use, too")
 {
     command
         .add_option("--dont-use", given.from.excluded,
                     "Leave out the cells whose name matches GLOB")
         ->type_name("GLOB")
         ->allow_extra_args(false);
-    command.add_flag("--with-dont-use", given.from.with_dont_use,
-                     "Take the cells marked with dont_use, too");
+    command.add_flag("--with-dont-use", given.from.with_dont_use, with_dont_use);
 }
 
 void add_libraries(CLI::App& command, arguments& given)
@@ -110,7 +110,9 @@ void add_exact(CLI::App& command, arguments& given)
 
 void add_width(CLI::App& command, arguments& given)
 {
-    command.add_option("--width", given.wanted.width, "Number of inputs of FUNCTION")
+    const auto take = [&given](const std::string& text) { given.wanted.width = std::stoi(text); };
+    command.add_option_function<std::string>("--width", take, "Number of inputs of FUNCTION")
+        ->type_name("INT")
         ->check(expected_number("a number from 1 to " + std::to_string(basbdcells::max_inputs), 1,
                                 static_cast<int>(basbdcells::max_inputs)));
 }
@@ -120,7 +122,7 @@ void add_list(CLI::App& app, arguments& given, int& status)
     CLI::App* list = app.add_subcommand("list", "List every cell and check its representations");
     add_libraries(*list, given);
     add_format(*list, given);
-    add_exclusion(*list, given);
+    add_exclusion(*list, given, "No change: cells with dont_use are listed");
     list->callback([&] { status = cellfn::list(given.from); });
 }
 
@@ -173,9 +175,12 @@ void add_show(CLI::App& app, arguments& given, int& status)
     add_width(*show, given);
     add_format(*show, given);
     show->add_option("--dot", given.graph, "Write a Graphviz graph of it instead: bdd or tree")
-        ->check(expected("bdd or tree", [](const std::string& text) {
-            return !text.empty() && graphs.count(text) == 1;
-        }));
+        ->check(expected(
+            "bdd or tree",
+            [](const std::string& text) { return !text.empty() && graphs.count(text) == 1; }))
+        ->excludes(show->get_option("--tsv"))
+        ->excludes(show->get_option("--json"));
+    show->get_option("--width")->excludes(show->get_option("--library"));
     show->callback([&] {
         status =
             cellfn::show(given.from, given.function, given.wanted.width, graphs.at(given.graph));

@@ -22,8 +22,8 @@ using basbdcells::candidate;
 using basbdcells::connection;
 using basbdcells::matcher;
 
-basbdcells::shared_functions read_functions(const match_request& wanted,
-                                            const std::vector<std::string>& pins)
+std::vector<basbdcells::function> read_functions(const match_request& wanted,
+                                                 const std::vector<std::string>& pins)
 {
     std::vector<basbdcells::function> all;
     for (const std::string& text : wanted.functions) {
@@ -33,6 +33,11 @@ basbdcells::shared_functions read_functions(const match_request& wanted,
         }
         all.push_back(std::get<basbdcells::function>(std::move(read)));
     }
+    return all;
+}
+
+basbdcells::shared_functions share(const std::vector<basbdcells::function>& all)
+{
     basbdcells::shared_functions shared = basbdcells::share_inputs(all);
     if (shared.tables.empty()) {
         throw std::runtime_error("the functions have " + std::to_string(shared.inputs.size()) +
@@ -200,13 +205,31 @@ std::size_t count_cells(const std::vector<basbdcells::match>& found)
     return cells.size();
 }
 
+/// The inputs that the texts name; a column names them all.
+std::set<std::string> named_inputs(const std::vector<basbdcells::function>& read)
+{
+    std::set<std::string> names;
+    for (const basbdcells::function& each : read) {
+        if (each.source.steps.empty()) {
+            names.insert(each.inputs.begin(), each.inputs.end());
+        }
+        for (const basbdcells::step& step : each.source.steps) {
+            if (step.kind == basbdcells::step_kind::pin) {
+                names.insert(each.source.pins[step.pin]);
+            }
+        }
+    }
+    return names;
+}
+
 void print_unused_inputs(const basbdcells::function_set& wanted,
-                         const std::vector<std::string>& inputs)
+                         const std::vector<std::string>& inputs, const std::set<std::string>& named)
 {
     std::string unused;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         const std::vector<int>& support = wanted.support();
-        if (std::find(support.begin(), support.end(), static_cast<int>(i)) == support.end()) {
+        if (named.count(inputs[i]) > 0 &&
+            std::find(support.begin(), support.end(), static_cast<int>(i)) == support.end()) {
             unused += ' ' + basbdcells::printable(inputs[i]);
         }
     }
@@ -228,29 +251,33 @@ std::vector<basbdcells::match> find(const sources& given, const matcher& search)
     return found;
 }
 
+void tell_none(const sources& given, const match_request& wanted)
+{
+    if (!given.is_unreadable()) {
+        const bool is_exact = wanted.inverters == basbdcells::inverters::none;
+        tell("cellfn: no cell of " + given.names() + " implements " +
+             basbdcells::quoted(joined(wanted.functions)) +
+             (is_exact ? " without complements" : ""));
+    }
+}
+
 } // namespace
 
 int match(const selection& from, const match_request& wanted)
 {
     const sources given(from, sources::advice::followed);
     const bool has_error = given.print_diagnostics();
-    if (given.is_unreadable()) {
-        return exit_trouble;
-    }
-    const basbdcells::shared_functions functions = read_functions(wanted, given.pins());
+    const std::vector<basbdcells::function> read = read_functions(wanted, given.pins());
+    const basbdcells::shared_functions functions = share(read);
     const basbdcells::function_set target(functions.tables);
     const matcher search(target, wanted.inverters);
     std::vector<basbdcells::match> found = find(given, search);
+    const int status = has_error ? exit_trouble : found.empty() ? exit_no_match : exit_success;
     if (found.empty()) {
-        const std::string text = joined(wanted.functions);
-        const std::string what =
-            wanted.inverters == basbdcells::inverters::none ? " without complements" : "";
-        tell("cellfn: no cell of " + given.names() + " implements " + basbdcells::quoted(text) +
-             what);
-        if (from.shown == format::json) {
-            std::cout << "[]\n";
+        tell_none(given, wanted);
+        if (from.shown == format::aligned) {
+            return status;
         }
-        return has_error ? exit_trouble : exit_no_match;
     }
     basbdcells::sort_matches(found, wanted.inverter_area);
     match_printer printer(given, from, wanted, functions.inputs, found);
@@ -263,8 +290,10 @@ int match(const selection& from, const match_request& wanted)
     }
     printer.finish(std::to_string(count_cells(found)) + " of " +
                    std::to_string(given.cells().size()) + " cells");
-    print_unused_inputs(target, functions.inputs);
-    return has_error ? exit_trouble : exit_success;
+    if (!found.empty()) {
+        print_unused_inputs(target, functions.inputs, named_inputs(read));
+    }
+    return status;
 }
 
 } // namespace cellfn

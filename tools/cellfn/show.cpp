@@ -58,10 +58,6 @@ std::vector<subject> subjects_in(const sources& given, const std::string& name)
             }
         }
     }
-    if (found.empty()) {
-        fail("no output of " + given.names() + " is " + basbdcells::quoted(name) +
-             "; expected CELL or CELL/OUTPUT");
-    }
     return found;
 }
 
@@ -145,6 +141,10 @@ int show(const selection& from, const std::string& function, int width, graph wa
     }
     if (from.shown != format::aligned && wanted == graph::none) {
         rows.finish();
+    }
+    if (subjects.empty()) {
+        fail("no output of " + given.names() + " is " + basbdcells::quoted(function) +
+             "; expected CELL or CELL/OUTPUT");
     }
     return has_error ? exit_trouble : exit_success;
 }

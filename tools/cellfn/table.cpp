@@ -4,6 +4,7 @@
 #include "terminal.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <sstream>
 #include <utility>
@@ -19,6 +20,32 @@ constexpr std::size_t aligned_line = 160; ///< where no line is too long
 
 bool may_cut(const column& each) { return each.shown == on_terminal::cut; }
 
+/// JSON cannot hold bytes that are no UTF-8, and replacing them would make one name of two.
+std::string utf8(const std::string& text)
+{
+    try {
+        value(text).dump();
+        return text;
+    } catch (const value::type_error&) {
+        return basbdcells::printable(text);
+    }
+}
+
+value utf8_of(const value& of)
+{
+    if (of.is_string()) {
+        return utf8(of.get_ref<const std::string&>());
+    }
+    if (!of.is_structured()) {
+        return of;
+    }
+    value all = of.is_object() ? value::object() : value::array();
+    for (const auto& [key, each] : of.items()) {
+        of.is_object() ? void(all[utf8(key)] = utf8_of(each)) : all.push_back(utf8_of(each));
+    }
+    return all;
+}
+
 /// An empty text must be seen between its neighbours.
 std::string visible(const std::string& text) { return text.empty() ? "\"\"" : text; }
 
@@ -31,6 +58,7 @@ std::string text_of(const value& of)
     }
     if (of.is_number_float()) {
         std::ostringstream text;
+        text.precision(std::numeric_limits<double>::digits10);
         text << of.get<double>();
         return text.str();
     }
@@ -71,10 +99,9 @@ void table::add(std::vector<value> row)
     if (kind == format::json) {
         value object;
         for (std::size_t i = 0; i < columns.size(); ++i) {
-            object[columns[i].name] = std::move(row[i]);
+            object[columns[i].name] = utf8_of(row[i]);
         }
-        out << (rows == 1 ? "[\n" : ",\n")
-            << object.dump(-1, ' ', false, value::error_handler_t::replace);
+        out << (rows == 1 ? "[\n" : ",\n") << object.dump();
         return;
     }
     std::vector<std::string> texts(row.size());
