@@ -39,7 +39,8 @@ public:
         return nullptr;
     }
 
-    /// An addition mostly follows a search for an equal key: three comparisons show that.
+    /// Mostly follows a search for an equal key, so `gap` is its place; three comparisons confirm
+    /// that.
     void* add(void* key) { return *entries.insert(gap, key); }
 
     void* remove(const void* key)

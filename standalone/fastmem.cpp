@@ -40,11 +40,11 @@ void forbid([[maybe_unused]] void* block, [[maybe_unused]] std::size_t size)
 
 /// @brief What a thread has of the listed pool, to take from and to put into without a lock.
 ///
-/// To count both ways would cost twice as much, so only puts are counted: when they may have made
-/// the list too long, a walk sees whether it is.
+/// Only puts are counted; counting both costs twice that. When the count runs out, the list is
+/// measured.
 struct thread_list {
     free_block* first;
-    std::ptrdiff_t puts_left; ///< until then; none until the thread may have a list
+    std::ptrdiff_t puts_left; ///< until it is measured; 0 until the thread's end handler is set
 };
 
 /// At a place that is fixed when the process starts, so that no access is a call.
@@ -54,15 +54,12 @@ struct thread_list {
 std::atomic<const UT_FASTMEM*> listed_pool = nullptr;
 bool was_listed = false;
 
-std::mutex pools_lock; ///< of all pools, but for the threads' lists
-
-} // namespace
+std::mutex pools_lock; ///< guards all pools; the threads' lists need none
 
 /// Blocks of one size, and the free ones among them that no thread has.
-class [[gnu::visibility("hidden")]] UT_FASTMEM::STATE
-{
+class shared_blocks {
 public:
-    STATE(std::size_t size, std::size_t blocks_per_chunk)
+    shared_blocks(std::size_t size, std::size_t blocks_per_chunk)
         : block_size(std::max(size, sizeof(free_block))), list_size(blocks_per_chunk),
           chunks(block_size, list_size, list_size)
     {
@@ -81,7 +78,7 @@ public:
     }
 
     /// Takes back a list, which may be empty.
-    void keep(free_block * list)
+    void keep(free_block* list)
     {
         if (list != nullptr) {
             allow(list, block_size);
@@ -90,8 +87,8 @@ public:
         }
     }
 
-    /// @return what comes after the first blocks of a list, which no longer has it
-    free_block* cut(free_block * list) const
+    /// Cuts a list after its first `list_size` blocks. @return the rest
+    free_block* cut(free_block* list) const
     {
         for (std::size_t i = 1; i < list_size && list->next != nullptr; ++i) {
             list = list->next;
@@ -124,6 +121,13 @@ private:
     free_block* lists = nullptr;
 };
 
+} // namespace
+
+class UT_FASTMEM::STATE : public shared_blocks {
+public:
+    using shared_blocks::shared_blocks;
+};
+
 namespace {
 
 /// A thread's list grows to so many times the size of a new one, and is then cut.
@@ -134,7 +138,7 @@ std::ptrdiff_t puts_after_cut(const UT_FASTMEM& pool)
     return static_cast<std::ptrdiff_t>((most_of_new_lists - 1) * pool.state->list_size);
 }
 
-/// A list that is taken may be as long as what is cut from another.
+/// Few, as a list that is taken may be long already.
 std::ptrdiff_t puts_after_take(const UT_FASTMEM& pool)
 {
     return static_cast<std::ptrdiff_t>(pool.state->list_size);
@@ -150,9 +154,8 @@ void keep_list_of_ended_thread(void* /*mine*/)
     }
 }
 
-/// @brief Whether the calling thread may have a list of `pool`, for its end will be told.
-///
-/// That is after its thread-local objects are destroyed, which may free blocks.
+/// @brief Whether the calling thread may have a list of `pool`: only if its end handler could be
+/// set. That runs after thread-local destructors, which may free blocks.
 bool may_have_list(const UT_FASTMEM& pool)
 {
     static const std::optional<pthread_key_t> key = [] {

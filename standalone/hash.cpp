@@ -13,7 +13,7 @@ struct hashed_entry {
     std::uint32_t hash;
 };
 
-/// As it does not claim to be a good hash, the container mixes what it returns.
+/// Without `is_avalanching`, so the container mixes the result.
 struct kept_hash {
     std::size_t operator()(const hashed_entry& slot) const { return slot.hash; }
 };
