@@ -198,9 +198,10 @@ public:
     /// A text that cannot be read sends one message to `ut_status` and changes nothing; neither
     /// does a failed allocation. Takes time linear in the text, and then evaluates what the text
     /// joins: an operand of inputs 0 to 11 alone at most twice, for 4,096 entries; any other one at
-    /// most once for each 4,096 entries of the column. Only what is shorter than a 1,024th of all
-    /// that was read, dropped parts included, may be evaluated each time. The memory beside the
-    /// column is linear in the text, and 1 MiB; the stack does not grow with the text.
+    /// most once for each 4,096 entries of the column. Of the former, one of few terms may be
+    /// evaluated as often as the latter: of no more terms than a 1,024th of the text's characters,
+    /// rounded up. A term is an input, or a product or sum of inputs. The memory beside the column
+    /// is linear in the text, and 1 MiB; the stack does not grow with the text.
     /// @param new_width  the number of inputs; "width>0", "width<=30"
     /// @param text       the equation; letters of either case, `A` for input 0. A blank text or
     ///                   operand is the constant 1

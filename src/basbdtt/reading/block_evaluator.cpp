@@ -101,6 +101,10 @@ block_evaluator::block_value block_evaluator::run(const std::vector<step>& steps
             if (!each.is_block) {
                 stack[top].leaf = each.leaf.in_block(index);
             }
+            if (each.complement) {
+                begin(operation::exclusive);
+                end(true, true);
+            }
             break;
         case step::kind::add:
             i = add(steps, i, value.last, index);

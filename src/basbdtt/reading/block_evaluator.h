@@ -44,9 +44,9 @@ private:
     void store(std::uint64_t complement);
 
     std::size_t count;   ///< words of a block, in whole groups
-    std::size_t top = 0; ///< the place of the topmost value
+    std::size_t top = 0; ///< the number of the topmost value
     std::array<block_value, max_values> stack;
-    std::array<block, max_values> registers; ///< for the value at the same place
+    std::array<block, max_values> registers; ///< for the value of the same number
 
     // What is being joined to the topmost value.
     operation op = {};

@@ -64,22 +64,22 @@ public:
     {
     }
 
-    /// Appends the 2^width entries of `value`, which has `size` of `steps` at most.
+    /// Appends the 2^width entries of `value`, which has at most `size` of `steps`.
     void write(const std::vector<step>& steps, operand value, std::size_t size, int width)
     {
-        const int place = width - 1 - block_inputs;
-        if (place < 0) {
+        const int high_input = width - 1 - block_inputs;
+        if (high_input < 0) {
             blocks.append(steps, value);
-        } else if ((value.inputs() >> place & 1U) == 0) {
+        } else if ((value.inputs() >> high_input & 1U) == 0) {
             write(steps, value, size, width - 1);
             blocks.repeat(words_for_width(width - 1));
-        } else if (place == 0 || !residual.has_room_for(size)) {
+        } else if (high_input == 0 || !residual.has_room_for(size)) {
             write(steps, value, size, width - 1);
             write(steps, value, size, width - 1);
         } else {
             for (const bool one : {false, true}) {
-                const residual_program::mark before = residual.here();
-                const operand half = residual.fix(steps, value.steps(), place, one);
+                const residual_program::state before = residual.here();
+                const operand half = residual.fix(steps, value.steps(), high_input, one);
                 write(residual.steps(), half, residual.steps().size() - before.steps, width - 1);
                 residual.return_to(before);
             }
@@ -90,6 +90,15 @@ private:
     residual_program& residual;
     block_appender& blocks;
 };
+
+std::size_t count_steps(const std::vector<step>& steps, const step_list& value)
+{
+    std::size_t count = 1;
+    for (std::size_t i = value.first; i != value.last; i = steps[i].next) {
+        ++count;
+    }
+    return count;
+}
 
 /// Writes the column of more than six inputs to `column`, which has the capacity, once all else
 /// that can fail is done.
@@ -104,9 +113,11 @@ void write_column(const equation_program& program, operand value, int width,
         blocks.append(program.steps, value);
         return;
     }
-    residual_program residual(program.steps.size(), width - block_inputs, evaluator);
+    // The program's other steps are of dropped parts.
+    const std::size_t size = value.is_pattern() ? 0 : count_steps(program.steps, value.steps());
+    residual_program residual(size, width - block_inputs, evaluator);
     column.clear();
-    column_writer(residual, blocks).write(program.steps, value, program.steps.size(), width);
+    column_writer(residual, blocks).write(program.steps, value, size, width);
 }
 
 void write_narrow_column(operand value, int width, std::vector<std::uint32_t>& column)

@@ -7,7 +7,7 @@
 
 namespace basbdtt {
 
-bool word_places::complement()
+bool word_places::try_complement()
 {
     if (care == 0) {
         select = ~select;
@@ -23,16 +23,16 @@ bool word_places::complement()
 equation_leaf equation_leaf::of_input(int number)
 {
     if (number < block_inputs) {
-        const auto place = static_cast<std::size_t>(number - pair_inputs);
-        return {all_ones, 0, {pair_projection_mask[place], 0, 0}};
+        // The words of a block are numbered as the entries of a word are.
+        return {all_ones, 0, {pair_projection_mask[index(number - pair_inputs)], 0, 0}};
     }
     const std::uint32_t bit = std::uint32_t{1} << (number - block_inputs);
     return {all_ones, 0, {all_ones, bit, bit}};
 }
 
-equation_leaf equation_leaf::fixed(int place, bool one) const
+equation_leaf equation_leaf::fixed(int high_input, bool one) const
 {
-    const std::uint32_t bit = std::uint32_t{1} << place;
+    const std::uint32_t bit = std::uint32_t{1} << high_input;
     if ((places.care & bit) == 0) {
         return *this;
     }
@@ -46,9 +46,9 @@ equation_leaf equation_leaf::fixed(int place, bool one) const
 }
 
 /// Exchanges inside and outside where `word` stands inside and the places allow it.
-void equation_leaf::put_outside(std::uint64_t word)
+void equation_leaf::try_outside(std::uint64_t word)
 {
-    if (outside != word && inside == word && places.complement()) {
+    if (outside != word && inside == word && places.try_complement()) {
         std::swap(inside, outside);
     }
 }
@@ -81,8 +81,8 @@ bool equation_leaf::join(operation op, equation_leaf a, equation_leaf b, equatio
         result.places = a.places;
         result.places.select ^= b.places.select;
     } else {
-        a.put_outside(deciding(op));
-        b.put_outside(deciding(op));
+        a.try_outside(deciding(op));
+        b.try_outside(deciding(op));
         if (a.outside != deciding(op) || b.outside != deciding(op)) {
             return false;
         }

@@ -40,8 +40,9 @@ struct word_places {
         const bool apart = ((values ^ other.values) & care & other.care) != 0;
         return {apart ? 0 : select & other.select, care | other.care, values | other.values};
     }
-    /// Whether the other places can be written, too: those of one input. Only then it is done.
-    bool complement();
+    /// Takes the other places instead where these are places, too: those of one input or inside a
+    /// block. Whether it did.
+    bool try_complement();
 };
 
 /// `inside` in some places, `outside` in all others.
@@ -64,7 +65,7 @@ struct equation_leaf {
         outside = ~outside;
     }
 
-    /// The leaf in the block at place `index` of the column.
+    /// The leaf in block `index` of the column.
     equation_leaf in_block(std::size_t index) const
     {
         if (((index ^ places.values) & places.care) != 0) {
@@ -73,14 +74,14 @@ struct equation_leaf {
         return places.select == all_ones ? pattern(inside)
                                          : equation_leaf{inside, outside, {places.select, 0, 0}};
     }
-    /// The leaf where the input above `place` blocks has the value `one`.
-    equation_leaf fixed(int place, bool one) const;
+    /// The leaf where an input, counted from `block_inputs`, has the value `one`.
+    equation_leaf fixed(int high_input, bool one) const;
 
     /// Whether the result is a leaf, too; only then is it stored.
     static bool join(operation op, equation_leaf a, equation_leaf b, equation_leaf& result);
 
 private:
-    void put_outside(std::uint64_t word);
+    void try_outside(std::uint64_t word);
     /// A leaf of one word has it everywhere.
     void normalise();
 };

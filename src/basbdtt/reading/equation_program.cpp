@@ -26,11 +26,11 @@ step_list equation_program::append(const step& next)
         steps.reserve(common_size);
     }
     if (steps.size() == std::numeric_limits<std::uint32_t>::max()) {
-        throw std::bad_alloc(); // a text of gigabytes: an operand has no room for its places
+        throw std::bad_alloc(); // a text of gigabytes: an operand has 32 bits for a step's number
     }
-    const auto place = static_cast<std::uint32_t>(steps.size());
+    const auto number = static_cast<std::uint32_t>(steps.size());
     steps.push_back(next);
-    return {place, place, next.is_block ? 0 : next.leaf.places.care, 1, any_chain};
+    return {number, number, next.is_block ? 0 : next.leaf.places.care, 1, any_chain};
 }
 
 operand equation_program::push(const equation_leaf& leaf)
@@ -45,7 +45,7 @@ operand equation_program::of_block(const std::uint64_t* block)
     return append(next);
 }
 
-/// Gives back the place of a single step, as far as it is the last one.
+/// Takes a single step back where it is the last one of all.
 void equation_program::release(step_list value)
 {
     if (value.is_one_step() && value.first + 1 == steps.size()) {
@@ -60,17 +60,13 @@ operand equation_program::complement_steps(operand value)
     }
     step_list list = value.steps();
     step& last = steps[list.last];
-    if (last.what != step::kind::push) {
-        last.complement = !last.complement;
-        list.chain = 0;
-        return list;
+    if (last.what == step::kind::push && !last.is_block) {
+        last.leaf.complement();
+        return value;
     }
-    if (last.is_block) {
-        const step_list ones = push(equation_leaf::pattern(all_ones)).steps();
-        return add_chain(operation::exclusive, list, ones);
-    }
-    last.leaf.complement();
-    return value;
+    last.complement = !last.complement;
+    list.chain = 0;
+    return list;
 }
 
 operand equation_program::add(operation op, operand value, const equation_leaf& leaf)
@@ -103,6 +99,7 @@ operand equation_program::join(operation op, operand a, operand b)
     }
     step_list value = a.steps();
     step_list added = b.steps();
+    // A single step may be absorbed, and a chain takes no value of its own on the stack.
     if (value.is_one_step() ? !added.is_one_step() : !added.is_chain(op)) {
         std::swap(value, added);
     }
@@ -153,7 +150,8 @@ operand equation_program::after_absorbing(operation op, step_list value,
     return value;
 }
 
-/// The leaves of `chain` are added to `value` one by one, which takes no place on the stack.
+/// The leaves of `chain` are added to `value` one by one, which takes no value of its own on the
+/// stack.
 step_list equation_program::add_chain(operation op, step_list value, step_list chain)
 {
     step& first = steps[chain.first];

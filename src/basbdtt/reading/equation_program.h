@@ -34,13 +34,13 @@ struct step {
     std::uint32_t next; ///< the step after this one, if it is not the last
     kind what;
     operation op;
-    bool complement; ///< of the result; never of a push
+    bool complement; ///< of the result; of a push only where it is a block
     bool is_block;
 
     bool has_leaf() const { return what != kind::join && !is_block; }
 };
 
-/// @brief Steps, and the one place where values are joined, folded and complemented.
+/// @brief Steps, and all that joins, folds and complements values.
 ///
 /// The steps of a value are a list, so that two values are joined in constant time. A value goes
 /// into one other value at most.

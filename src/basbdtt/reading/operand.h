@@ -26,7 +26,8 @@ struct step_list {
     std::uint32_t last;
     std::uint32_t inputs; ///< from `block_inputs` on that the value may depend on
     std::uint8_t values;  ///< that the evaluation has at a time, at most
-    std::uint8_t chain;   ///< a bit for each operation that is the only one in the list
+    std::uint8_t chain;   ///< a bit for each operation by which the leaves and blocks may be added
+                          ///< to another value one by one
 
     bool is_one_step() const { return first == last; }
     bool is_chain(operation op) const { return (chain >> static_cast<unsigned>(op) & 1U) != 0; }
@@ -35,8 +36,8 @@ struct step_list {
 /// @brief The value of a piece of an equation: a function of the lowest six inputs by its 64
 /// entries, or steps.
 ///
-/// A refused piece stands in the place of its value, so that it is dropped wherever the value would
-/// be. Two words, which are passed in registers.
+/// A refused piece stands for its value, so that it is dropped wherever the value would be. Two
+/// words, which are passed in registers.
 class operand {
 public:
     constexpr operand() = default;

@@ -17,32 +17,36 @@ constexpr std::size_t most_blocks = budget / sizeof(block);
 // NOLINTNEXTLINE(*-member-init): the stack is written before it is read
 residual_program::residual_program(std::size_t size, int inputs_above_block,
                                    block_evaluator& of_parts)
-    : shortest(std::max(shortest_part, size / most_blocks)), evaluator(of_parts)
+    : fewest(1 + std::max<std::size_t>(1, (size + most_blocks - 1) / most_blocks)),
+      evaluator(of_parts)
 {
     const auto levels = static_cast<std::size_t>(inputs_above_block);
     program.steps.reserve(growth * size + std::min(levels * size, most_steps));
-    blocks.reserve(std::min(levels + size / shortest, most_blocks));
+    // Each block takes `fewest` - 1 leaves away at least, so that there is room for all.
+    blocks.reserve(std::min(size, most_blocks));
 }
 
-void residual_program::return_to(const mark& state)
+void residual_program::return_to(const state& before)
 {
-    program.steps.erase(program.steps.begin() + static_cast<std::ptrdiff_t>(state.steps),
+    program.steps.erase(program.steps.begin() + static_cast<std::ptrdiff_t>(before.steps),
                         program.steps.end());
-    blocks.resize(state.blocks);
+    blocks.resize(before.blocks);
 }
 
-operand residual_program::fix(const std::vector<step>& source, const step_list& value, int place,
-                              bool one)
+operand residual_program::fix(const std::vector<step>& source, const step_list& value,
+                              int high_input, bool one)
 {
     std::size_t count = 0;
     for (std::size_t i = value.first;; i = source[i].next) {
         const step& each = source[i];
         switch (each.what) {
         case step::kind::push:
-            stack[count++] = split(source[each.next].op, leaf_of(each, place, one));
+            // What comes next is likely to join something to the value.
+            stack[count++] = split(i == value.last ? operation() : source[each.next].op,
+                                   leaf_of(each, high_input, one));
             break;
         case step::kind::add:
-            add(each, place, one, stack[count - 1]);
+            add(each, high_input, one, stack[count - 1]);
             break;
         case step::kind::join:
             --count;
@@ -58,20 +62,20 @@ operand residual_program::fix(const std::vector<step>& source, const step_list& 
     }
 }
 
-operand residual_program::leaf_of(const step& source, int place, bool one)
+operand residual_program::leaf_of(const step& source, int high_input, bool one)
 {
     return source.is_block ? program.of_block(source.block)
-                           : program.of_leaf(source.leaf.fixed(place, one));
+                           : program.of_leaf(source.leaf.fixed(high_input, one));
 }
 
-void residual_program::add(const step& source, int place, bool one, split_value& value)
+void residual_program::add(const step& source, int high_input, bool one, split_value& value)
 {
     prepare(source.op, value);
     if (source.is_block) {
         value.low = program.combine(source.op, value.low, program.of_block(source.block));
         return;
     }
-    const equation_leaf leaf = source.leaf.fixed(place, one);
+    const equation_leaf leaf = source.leaf.fixed(high_input, one);
     operand& part = leaf.places.care == 0 ? value.low : value.high;
     part = program.add(source.op, part, leaf);
 }
@@ -111,11 +115,10 @@ operand residual_program::united(const split_value& value)
     return program.combine(value.op, evaluated(value.low), value.high);
 }
 
-/// A long value without inputs above a block as a block, as long as there is room for it.
+/// A value without inputs above a block as a block, if it is long enough.
 operand residual_program::evaluated(operand value)
 {
-    if (value.is_pattern() || is_shorter(value.steps(), shortest) ||
-        blocks.size() == blocks.capacity()) {
+    if (value.is_pattern() || !is_worth_block(value.steps())) {
         return value;
     }
     const block_evaluator::block_value result = evaluator.run(program.steps, value.steps(), 0);
@@ -130,13 +133,15 @@ operand residual_program::evaluated(operand value)
     return program.of_block(blocks.back().data());
 }
 
-bool residual_program::is_shorter(const step_list& value, std::size_t size) const
+bool residual_program::is_worth_block(const step_list& value) const
 {
-    std::size_t i = value.first;
-    while (--size > 0 && i != value.last) {
-        i = program.steps[i].next;
+    std::size_t count = 0;
+    for (std::size_t i = value.first;; i = program.steps[i].next) {
+        count += program.steps[i].what != step::kind::join ? 1 : 0;
+        if (count == fewest || i == value.last) {
+            return count == fewest;
+        }
     }
-    return size > 0;
 }
 
 } // namespace basbdtt

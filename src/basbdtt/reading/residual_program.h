@@ -24,12 +24,12 @@ public:
     residual_program(std::size_t size, int inputs_above_block, block_evaluator& of_parts);
 
     /// A state to return to.
-    struct mark {
+    struct state {
         std::size_t steps;
         std::size_t blocks;
     };
-    mark here() const { return {program.steps.size(), blocks.size()}; }
-    void return_to(const mark& state);
+    state here() const { return {program.steps.size(), blocks.size()}; }
+    void return_to(const state& before);
 
     const std::vector<step>& steps() const { return program.steps; }
 
@@ -39,8 +39,8 @@ public:
         return program.steps.capacity() - program.steps.size() >= growth * size;
     }
 
-    /// What a value of some steps comes to where the input above `place` blocks is `one`.
-    operand fix(const std::vector<step>& source, const step_list& value, int place, bool one);
+    /// What a value of some steps comes to where an input, counted from `block_inputs`, is `one`.
+    operand fix(const std::vector<step>& source, const step_list& value, int high_input, bool one);
 
 private:
     /// @brief A value in two parts: what depends on no input above a block, and all else.
@@ -52,25 +52,25 @@ private:
         operand high;
     };
 
-    /// A leaf becomes at most a step, a block that takes the place of two steps or more another,
-    /// and fewer joins than leaves join them. A program that outgrew this would throw when the old
-    /// column is gone.
+    /// Steps that are added for each step that is fixed, at most: one for each leaf or block; one
+    /// for a new block, which stands for two of these or more; and a join, which makes one value of
+    /// two. So there are fewer new blocks, and fewer joins, than leaves and blocks. A program that
+    /// outgrew this would throw when the old column is gone.
     static constexpr std::size_t growth = 3;
-    static constexpr std::size_t shortest_part = 2;
 
     static split_value split(operation op, operand value);
     void prepare(operation op, split_value& value);
-    operand leaf_of(const step& source, int place, bool one);
-    void add(const step& source, int place, bool one, split_value& value);
+    operand leaf_of(const step& source, int high_input, bool one);
+    void add(const step& source, int high_input, bool one, split_value& value);
     void join(operation op, split_value& value, split_value& other);
     void complement(split_value& value);
     operand united(const split_value& value);
     operand evaluated(operand value);
-    bool is_shorter(const step_list& value, std::size_t size) const;
+    bool is_worth_block(const step_list& value) const;
 
     equation_program program;
     std::vector<block> blocks;
-    std::size_t shortest; ///< part that is worth a block
+    std::size_t fewest; ///< leaves and blocks of a part that is worth a block
     block_evaluator& evaluator;
     std::array<split_value, max_values> stack;
 };
