@@ -36,6 +36,13 @@ void cross(group_type& low, group_type& high, std::uint64_t mask, int shift)
     low ^= difference << shift;
 }
 
+/// Up to this width, exchanges one after the other cost less than a plan of stages and a second
+/// column.
+constexpr int short_inputs = 12;
+
+/// Permutes the inputs of a column of more than `short_inputs`.
+void permute_in_stages(TRUTH_TABLE_VAL& value, const int* perm, int width);
+
 /// Exchanges two inputs of a column that is longer than a pair; low < high.
 void exchange_inputs(std::uint32_t* words, std::size_t size, int low, int high);
 
