@@ -51,26 +51,53 @@ BOOL_TRUTH_TABLE table_over(const std::vector<std::string>& pins,
     return table_of(source);
 }
 
-/// @brief Finds constants for pins that the functions leave over, with which an output drives.
+/// The column, over `names`, of the assignments with which some output does not drive.
+TRUTH_TABLE_VAL open_column(const cell& source, const std::vector<std::size_t>& outputs,
+                            std::vector<std::string>& names)
+{
+    TRUTH_TABLE_VAL open(std::max(1, static_cast<int>(names.size())), 0);
+    for (const std::size_t each : outputs) {
+        const expression& disabled = source.outputs[each].three_state;
+        if (!disabled.steps.empty()) {
+            open |= table_over(names, join_names(names, disabled.pins), disabled).value;
+        }
+    }
+    return open;
+}
+
+/// @brief Finds constants for pins that the functions leave over, with which all outputs drive
+/// whatever the other pins carry.
 /// @param used  pins of the functions, which come first in `pins`
 /// @return whether there are any
-bool tie_to_drive(const expression& disabled, std::size_t used, std::vector<std::string>& pins,
-                  std::vector<bool>& ties)
+bool tie_to_drive(const cell& source, const std::vector<std::size_t>& outputs, std::size_t used,
+                  std::vector<std::string>& pins, std::vector<bool>& ties)
 {
-    if (disabled.steps.empty()) {
-        return true;
+    std::vector<std::string> names;
+    for (const std::size_t each : outputs) {
+        join_names(names, source.outputs[each].three_state.pins);
     }
-    const std::vector<std::size_t> places = join_names(pins, disabled.pins);
+    if (names.size() > max_inputs) {
+        return false;
+    }
+    const TRUTH_TABLE_VAL open = open_column(source, outputs, names);
+    const std::vector<std::size_t> places = join_names(pins, names);
     ties.resize(pins.size());
-    const TRUTH_TABLE_VAL column = table_of(disabled).value;
-    for (std::size_t x = 0; x < static_cast<std::size_t>(column.bit_count); ++x) {
-        const bool drives = (column.words[x / 32] >> x % 32 & 1U) == 0;
-        if (drives) {
+    std::size_t free = 0; // a bit for each name that may be tied
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        free |= places[i] < used ? 0 : std::size_t{1} << i;
+    }
+    std::vector<bool> is_wrong(static_cast<std::size_t>(open.bit_count));
+    for (std::size_t x = 0; x < is_wrong.size(); ++x) {
+        if ((open.words[x / 32] >> x % 32 & 1U) != 0) {
+            is_wrong[x & free] = true;
+        }
+    }
+    for (std::size_t x = 0; x < is_wrong.size(); ++x) {
+        if ((x & ~free) == 0 && !is_wrong[x]) {
             for (std::size_t i = 0; i < places.size(); ++i) {
                 ties[places[i]] = (x >> i & 1U) != 0;
             }
-            return std::none_of(places.begin(), places.end(),
-                                [&](std::size_t each) { return each < used; });
+            return true;
         }
     }
     return false;
@@ -98,10 +125,8 @@ std::optional<candidate> make_candidate(const cell& source, const std::vector<st
         }
     }
     std::vector<bool> ties(pins.size());
-    for (const std::size_t each : outputs) {
-        if (!tie_to_drive(source.outputs[each].three_state, used, pins, ties)) {
-            return std::nullopt;
-        }
+    if (!tie_to_drive(source, outputs, used, pins, ties)) {
+        return std::nullopt;
     }
     return candidate{&source, outputs, std::move(pins), function_set(tables), std::move(ties)};
 }
