@@ -10,7 +10,7 @@
 
 namespace basbdtt {
 
-/// @brief One to four pairs that are moved and combined as one, so that blocks of a few words cost
+/// @brief One to eight pairs that are moved and combined as one, so that blocks of a few words cost
 /// no loop of their own. The compiler maps an operation on a group to the registers it has.
 template <std::size_t words>
 struct word_group {
@@ -43,8 +43,10 @@ void with_group(std::size_t length, action_type action)
         action(word_group<2>());
     } else if (length == 4) {
         action(word_group<4>());
-    } else {
+    } else if (length == 8) {
         action(word_group<8>());
+    } else {
+        action(word_group<16>());
     }
 }
 
