@@ -162,12 +162,21 @@ void remove(const TECHMAP_SIG* sig, BOOL_TNODE* n)
     }
 }
 
+/// Reduces a function's tree, and leaves no constant complemented.
+void reduce_root(BOOL_FUNC& f)
+{
+    reduce_child(f.root, f.rootcompl);
+    if (is_constant(*f.root)) {
+        complement_if(std::exchange(f.rootcompl, static_cast<unsigned char>(0)), f.root);
+    }
+}
+
 /// Gives a function the tree `tree`, reduced.
 void replace(BOOL_FUNC& f, BOOL_TNODE* tree)
 {
     free_tree(f.root);
     f.root = tree;
-    reduce_child(f.root, f.rootcompl);
+    reduce_root(f);
 }
 
 /// On a copy, as the library does for the sake of a pool that gives out.
@@ -198,7 +207,7 @@ void break_off(BOOL_FUNC& f)
     BOOL_TNODE* const old = f.root;
     BOOL_TNODE* const part = std::exchange(old->right, nullptr);
     f.root = copy(*old);
-    reduce_child(f.root, f.rootcompl);
+    reduce_root(f);
     free_tree(old, part);
     free_tree(part);
 }
@@ -212,6 +221,7 @@ const struct {
      [](owned& f) {
          auto* const zero = new BOOL_TNODE(BOOL_OP_ZERO);
          free_tree(std::exchange(f->root, zero));
+         f->rootcompl = 0;
      }},
     {[](owned& f) { f->cleanbufs(); }, [](owned& f) { replace(*f, copy(*f->root)); }},
     {[](owned& f) { f->rmsigfromfunc(signal(0)); }, [](owned& f) { remove_from(*f); }},
@@ -229,8 +239,9 @@ const struct {
      [](owned& f) { free_tree(std::exchange(f->root, nullptr)); }},
 };
 
-/// What the pool sees of an edit of random function number `number`.
-std::vector<long> events_of(void (*edit)(owned& f), unsigned number)
+/// @param result  becomes the shape of random function number `number` after an edit
+/// @return what the pool saw of that
+std::vector<long> events_of(void (*edit)(owned& f), unsigned number, std::string& result)
 {
     std::vector<long> events;
     counting_pool::record(&events);
@@ -241,9 +252,11 @@ std::vector<long> events_of(void (*edit)(owned& f), unsigned number)
     shapes.lone_right = number % 2 != 0;
     auto f = std::make_unique<BOOL_FUNC>();
     f->root = random_tree(random, shapes);
+    f->rootcompl = number / 4 % 2;
     events.clear();
     edit(f);
     counting_pool::record(nullptr);
+    result = tree_oracle::shape(*f);
     return events;
 }
 
@@ -251,10 +264,14 @@ std::vector<long> events_of(void (*edit)(owned& f), unsigned number)
 
 TEST(pool, sees_the_order_of_the_definitions)
 {
+    std::string result;
+    std::string expected;
     for (unsigned number = 0; number < 2000; ++number) {
         for (const auto& operation : operations) {
-            ASSERT_EQ(events_of(operation.run, number), events_of(operation.definition, number))
+            ASSERT_EQ(events_of(operation.run, number, result),
+                      events_of(operation.definition, number, expected))
                 << "function " << number << ", operation " << &operation - operations;
+            ASSERT_EQ(result, expected);
         }
     }
 }
@@ -262,8 +279,9 @@ TEST(pool, sees_the_order_of_the_definitions)
 TEST(pool, gives_a_substitution_nothing_but_what_stays)
 {
     const auto substitute = [](owned& f) { f->root->subtreeforsig(signal(0), f->root, 0); };
+    std::string result;
     for (unsigned number = 0; number < 100; ++number) {
-        const std::vector<long> events = events_of(substitute, number);
+        const std::vector<long> events = events_of(substitute, number, result);
         EXPECT_TRUE(std::all_of(events.begin(), events.end(), [&](long event) {
             return event > 0 || -event < events.front(); // a leaf from before the first copy
         }));
