@@ -55,8 +55,12 @@ bool liberty_outputs::read_function(const liberty_cell& source, const liberty_pi
         scanner words(text.text, comments::none, text.line);
         expression made = read_expression(words, liberty_grammar);
         for (const std::string& name : made.pins) {
-            if (source.find_pin(name) == nullptr && source.states.count(name) == 0) {
+            const liberty_pin* pin = source.find_pin(name);
+            if (pin == nullptr && source.states.count(name) == 0) {
                 throw text_error(text.line, quoted(name) + " is no pin of the cell");
+            }
+            if (pin != nullptr && pin->is_bus && pin->result.name == name) {
+                throw text_error(text.line, quoted(name) + " is a bus; expected pins of it");
             }
         }
         if (made.pins.size() > max_inputs) {
@@ -125,7 +129,9 @@ void liberty_outputs::add(liberty_cell source)
         }
     }
     for (liberty_pin& each : source.pins) {
-        source.result.pins.push_back(std::move(each.result));
+        if (!each.is_bus) { // its members are the pins
+            source.result.pins.push_back(std::move(each.result));
+        }
     }
     read.cells.push_back(std::move(source.result));
 }

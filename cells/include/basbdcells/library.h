@@ -24,7 +24,7 @@ struct attribute {
 /// How a signal passes a pin; genlib gives outputs and inputs, Liberty may leave it open.
 enum class pin_direction { unknown, input, output, inout, internal };
 
-/// A pin of a cell. Supply pins are none.
+/// A pin of a cell. Supply pins are none, nor are buses and bundles, but their members are.
 struct pin {
     std::string name;                                 ///< as the file has it
     pin_direction direction = pin_direction::unknown; ///< as far as the file tells it
