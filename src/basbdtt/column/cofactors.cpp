@@ -147,7 +147,7 @@ BOOL_TRUTH_TABLE narrow_cofactor(const BOOL_TRUTH_TABLE& table, int input, bool 
     return half;
 }
 
-/// The cofactor of a table whose column is not as its width asks for; apart as well.
+/// The cofactor of a table whose column is not as long as its width asks for.
 [[gnu::noinline, gnu::cold]] BOOL_TRUTH_TABLE canonical_cofactor(BOOL_TRUTH_TABLE table, int input,
                                                                  bool high)
 {

@@ -25,7 +25,7 @@ constexpr std::size_t digits_for_bits(std::int32_t bit_count)
     return bit_count <= 0 ? 0 : (static_cast<std::size_t>(bit_count) + 3) / 4;
 }
 
-/// The last bit of each digit in a text of eight.
+/// Eight digits of the value 1, a byte each.
 constexpr std::uint64_t each_digit = 0x0101010101010101;
 
 /// The digits of a word as they lie in memory. A digit past 9 overflows when 6 is added.

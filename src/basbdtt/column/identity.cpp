@@ -95,7 +95,7 @@ void copy_group_by_group(const std::uint32_t* source, std::uint32_t* target, std
     });
 }
 
-/// For columns of more than one stretch; apart as well.
+/// For columns of more than one stretch; apart, so that shorter ones do not save registers for it.
 [[gnu::noinline]] void fill_projection(std::uint32_t* words, std::size_t size, int input)
 {
     if (input >= stretch_inputs) {
@@ -121,7 +121,7 @@ void copy_group_by_group(const std::uint32_t* source, std::uint32_t* target, std
     }
 }
 
-/// For a column that is not yet of its length; a new block gets nothing of the old one.
+/// For a column that is not yet of its length. What it held is not copied into longer memory.
 [[gnu::noinline]] void set_identity_in_new_words(BOOL_TRUTH_TABLE& table, int input)
 {
     std::vector<std::uint32_t>& words = table.value.words;

@@ -7,7 +7,7 @@ namespace basbdtt {
 
 namespace {
 
-/// What programs and blocks take beside the column: each half of a mebibyte.
+/// Bytes that the steps may take beside the column, and as many the blocks.
 constexpr std::size_t budget = std::size_t{1} << 19U;
 constexpr std::size_t most_steps = budget / sizeof(step);
 constexpr std::size_t most_blocks = budget / sizeof(block);

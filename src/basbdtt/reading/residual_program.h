@@ -19,11 +19,11 @@ namespace basbdtt {
 /// then on, so that it is not evaluated again for each block in which it is the same.
 class residual_program {
 public:
-    /// Allocates all that it ever needs: for the values before an input is fixed what they need,
-    /// for all others a fixed amount.
+    /// Allocates all that it ever uses: what the first input that is fixed needs, and a fixed
+    /// amount for all others. Where that runs out, a value is evaluated without fixing more inputs.
     residual_program(std::size_t size, int inputs_above_block, block_evaluator& of_parts);
 
-    /// A state to return to.
+    /// How much there is, so that what is added later can be taken away again.
     struct state {
         std::size_t steps;
         std::size_t blocks;
