@@ -1,8 +1,12 @@
 #include "diagnostics.h"
 
+#include "basbdcells/text.h"
+
 #include <utility>
 
 namespace basbdcells {
+
+std::string shown_name(std::string_view name) { return printable(elide(name, longest_quoted)); }
 
 void add_diagnostic(library& to, diagnostic added)
 {

@@ -88,7 +88,7 @@ cell read_gate(scanner& text, int line)
         read.outputs.push_back(std::move(drives));
         return read;
     } catch (const text_error& error) {
-        throw text_error(error.line, "cell " + printable(read.name) + ": " + error.what());
+        throw text_error(error.line, "cell " + shown_name(read.name) + ": " + error.what());
     }
 }
 
@@ -112,7 +112,7 @@ void read_pin(scanner& text, cell* owner, std::set<std::string>& described)
         throw text_error(line, "PIN without a cell before it");
     }
     const std::string place =
-        "cell " + printable(owner->name) + ": PIN " + printable(elide(name, longest_quoted)) + ": ";
+        "cell " + shown_name(owner->name) + ": PIN " + shown_name(name) + ": ";
     const std::vector<std::string>& inputs = owner->outputs.front().function.pins;
     if (name != "*" && std::find(inputs.begin(), inputs.end(), name) == inputs.end()) {
         throw text_error(line, place + "expected '*' or an input of the cell's function");

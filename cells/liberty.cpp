@@ -208,7 +208,7 @@ private:
             return;
         }
         if (here() == place::file) {
-            fail(line, "cell " + printable(names.front()) + ": expected inside a library");
+            fail(line, "cell " + shown_name(names.front()) + ": expected inside a library");
             open.push_back({place::library, "", 0, {}});
         }
         current.result.name = names.front();
@@ -222,7 +222,7 @@ private:
         if (names.empty() || here() == place::library) {
             fail(line, names.empty()
                            ? "expected a name in the parentheses of " + kind
-                           : kind + " " + printable(names.front()) + ": expected inside a cell");
+                           : kind + " " + shown_name(names.front()) + ": expected inside a cell");
             pass_group(line);
             return;
         }
@@ -275,7 +275,7 @@ private:
         for (const open_group& each : open) {
             if (each.where != place::library) {
                 words +=
-                    (each.where == place::cell ? "cell " : "pin ") + printable(each.name) + ": ";
+                    (each.where == place::cell ? "cell " : "pin ") + shown_name(each.name) + ": ";
             }
         }
         return words;

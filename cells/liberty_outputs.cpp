@@ -43,14 +43,14 @@ bool is_input(const liberty_pin& source, const liberty_pin& user)
 
 void liberty_outputs::fail(const liberty_cell& source, int line, const std::string& message)
 {
-    add_diagnostic(read, {line, "cell " + printable(source.result.name) + ": " + message, true});
+    add_diagnostic(read, {line, "cell " + shown_name(source.result.name) + ": " + message, true});
 }
 
 /// Reads the function of an output, or when it does not drive. @return whether it could be read
 bool liberty_outputs::read_function(const liberty_cell& source, const liberty_pin& from,
                                     const placed_text& text, expression& to)
 {
-    const std::string place = "output " + printable(from.result.name) + ": ";
+    const std::string place = "output " + shown_name(from.result.name) + ": ";
     try {
         scanner words(text.text, comments::none, text.line);
         expression made = read_expression(words, liberty_grammar);
@@ -124,7 +124,7 @@ void liberty_outputs::add(liberty_cell source)
             tally& all = tallies[*why];
             constexpr std::size_t most_named = 8;
             if (all.count++ < most_named) {
-                all.first_names += ' ' + printable(source.result.name);
+                all.first_names += ' ' + shown_name(source.result.name);
             }
         }
     }

@@ -2,6 +2,7 @@
 
 #include "basbdcells/text.h"
 #include "block_sources.h"
+#include "diagnostics.h"
 #include "genlib.h"
 #include "liberty.h"
 
@@ -20,7 +21,7 @@ void add_note(library& to, int line, const std::string& message)
     to.diagnostics.push_back({line, "note: " + message, false});
 }
 
-/// Whether the text is Liberty: a comment in C's style, or a word before a "(".
+/// Whether the text is Liberty: a comment in C's style, the word "library", or one before a "(".
 bool is_liberty(scanner& text)
 {
     constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
@@ -32,6 +33,10 @@ bool is_liberty(scanner& text)
     }
     constexpr std::size_t longest = 64;
     const std::string word = text.take_word(char_set(" \t\r\n\v\f(").complemented(), longest);
+    if (word == "library") { // whatever blanks of Liberty come behind it
+        text.put_back(word);
+        return true;
+    }
     const bool is_group = word.size() < longest && text.peek() == '(';
     text.put_back(word + (is_group ? "" : " "));
     return is_group && word != "GATE" && word != "LATCH";
@@ -42,7 +47,7 @@ void note_oddities(library& read)
 {
     std::unordered_map<std::string_view, int> first_lines;
     for (const cell& each : read.cells) {
-        const std::string place = "cell " + printable(each.name) + ": ";
+        const std::string place = "cell " + shown_name(each.name) + ": ";
         const auto [first, is_new] = first_lines.try_emplace(each.name, each.line);
         if (!is_new) {
             add_note(read, each.line,
@@ -52,7 +57,7 @@ void note_oddities(library& read)
             const std::vector<std::string>& inputs = drives.function.pins;
             if (std::find(inputs.begin(), inputs.end(), drives.name) != inputs.end()) {
                 add_note(read, each.line,
-                         place + "pin " + printable(drives.name) + " is output and input");
+                         place + "pin " + shown_name(drives.name) + " is output and input");
             }
         }
     }
