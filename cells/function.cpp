@@ -216,6 +216,10 @@ std::variant<function, std::string> read_function(std::string_view text, int wid
                                                   const names& pins)
 {
     try {
+        if (width < 0 || width > static_cast<int>(max_inputs)) {
+            refuse("width " + std::to_string(width) + "; expected 0 to " +
+                   std::to_string(max_inputs));
+        }
         return read_text(text, width, pins);
     } catch (const text_error& error) {
         return "function " + quoted(text) + ": " + error.what();

@@ -43,12 +43,20 @@ std::vector<int> reduce(BOOL_TRUTH_TABLE& table, int count)
 
 function_set::function_set(const std::vector<BOOL_TRUTH_TABLE>& functions)
 {
+    basbd_require(!functions.empty() && functions.size() <= max_functions,
+                  "!functions.empty() && functions.size() <= max_functions", __PRETTY_FUNCTION__);
+    const int inputs = functions.front().get_width();
+    basbd_require(inputs >= 1 && inputs <= static_cast<int>(max_inputs),
+                  "inputs >= 1 && inputs <= max_inputs", __PRETTY_FUNCTION__);
+    for (const BOOL_TRUTH_TABLE& each : functions) {
+        basbd_require(each.get_width() == inputs, "each.get_width() == inputs",
+                      __PRETTY_FUNCTION__);
+    }
     state made;
     made.functions = functions.size();
     while (std::size_t{1} << static_cast<unsigned>(made.selectors) < functions.size()) {
         ++made.selectors;
     }
-    const int inputs = functions.front().get_width();
     TRUTH_TABLE_VAL column(inputs + made.selectors, 0);
     for (std::size_t i = 0; i < functions.size(); ++i) {
         column |= at_block(functions[i].value, i, inputs + made.selectors);

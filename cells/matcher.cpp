@@ -13,8 +13,6 @@ namespace basbdcells {
 
 namespace {
 
-constexpr std::size_t most_functions = 16;
-
 int count_bits(unsigned bits)
 {
     return static_cast<int>(std::bitset<std::numeric_limits<unsigned>::digits>(bits).count());
@@ -60,8 +58,7 @@ int binding::complements() const
 matcher::matcher(const function_set& wanted, inverters use)
 {
     state made{wanted, {}};
-    const unsigned phases =
-        use == inverters::none ? 1U : 1U << std::min(wanted.size(), most_functions);
+    const unsigned phases = use == inverters::none ? 1U : 1U << wanted.size();
     for (unsigned phase = 0; phase < phases; ++phase) {
         made.phases.emplace_back(wanted.data().with_complements(phase), wanted.support().size());
     }

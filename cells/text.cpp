@@ -23,6 +23,9 @@ std::string elide(std::string_view text, std::size_t limit)
     if (text.size() <= limit) {
         return std::string(text);
     }
+    if (limit <= dots.size()) {
+        return std::string(text.substr(0, limit));
+    }
     const std::size_t head = (limit - dots.size() + 1) / 2;
     const std::size_t tail = limit - dots.size() - head;
     std::string shorter(text.substr(0, head));

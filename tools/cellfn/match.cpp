@@ -25,6 +25,11 @@ using basbdcells::matcher;
 std::vector<basbdcells::function> read_functions(const match_request& wanted,
                                                  const std::vector<std::string>& pins)
 {
+    if (wanted.functions.size() > basbdcells::max_functions) {
+        throw std::runtime_error(std::to_string(wanted.functions.size()) +
+                                 " functions; expected at most " +
+                                 std::to_string(basbdcells::max_functions));
+    }
     std::vector<basbdcells::function> all;
     for (const std::string& text : wanted.functions) {
         auto read = basbdcells::read_function(text, wanted.width, pins);

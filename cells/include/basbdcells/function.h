@@ -33,7 +33,8 @@ struct function {
 /// product of single letters when all names in the text are such letters and none is in `pins`;
 /// quotation marks make a name of anything.
 /// @param text   at least one operand
-/// @param width  the number of inputs; 0 for as many as the text names or has digits for
+/// @param width  the number of inputs, at most `max_inputs`; 0 for as many as the text names or has
+/// digits for
 /// @param pins   names that cells have
 /// @return the function, or what is wrong with the text, printable
 BASBD_API std::variant<function, std::string>

@@ -32,12 +32,15 @@ struct binding {
     BASBD_API int complements() const;  ///< how many inverters that takes
 };
 
+/// The most functions that are matched at once: every choice of their complements is tried.
+constexpr std::size_t max_functions = 16;
+
 /// @brief Functions of the same inputs, made ready to be compared.
 ///
 /// Cheap to copy. The inputs on which no function depends take no part.
 class BASBD_API function_set {
 public:
-    /// @param functions  at least one, all of one width
+    /// @param functions  1 to `max_functions`, all of one width from 1 to `max_inputs`; asserted
     explicit function_set(const std::vector<BOOL_TRUTH_TABLE>& functions);
 
     std::size_t size() const;                ///< the number of functions
@@ -71,6 +74,7 @@ public:
     std::optional<binding> best(const function_set& cell) const;
     /// The best match of each pick of the cell's outputs; views of the cell.
     std::vector<match> matches_of(const cell& source) const;
+    std::vector<match> matches_of(const cell&&) const = delete;
     /// Whether there is one.
     bool implements(const function_set& cell) const;
     /// @brief Calls `found` for every binding with so many complements.
@@ -101,6 +105,7 @@ struct candidate {
 /// @return views of the cell, which outlives them. Left out are those of more than `max_inputs`
 /// inputs, and three-state outputs that no tie makes drive
 BASBD_API std::vector<candidate> candidates_of(const cell& source, std::size_t count = 1);
+std::vector<candidate> candidates_of(const cell&&, std::size_t count = 1) = delete;
 
 /// Completes a binding of a candidate's functions by what its other pins are tied to.
 BASBD_API void tie_the_rest(const candidate& cell, binding& how);
@@ -123,6 +128,9 @@ BASBD_API std::vector<match> find_matches(const std::vector<cell>& cells,
                                           const function_set& wanted,
                                           inverters use = inverters::allowed,
                                           double inverter_area = 0);
+std::vector<match> find_matches(const std::vector<cell>&&, const function_set&,
+                                inverters use = inverters::allowed,
+                                double inverter_area = 0) = delete;
 
 /// Sorts matches in the order of `find_matches`.
 BASBD_API void sort_matches(std::vector<match>& matches, double inverter_area);

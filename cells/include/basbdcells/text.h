@@ -21,7 +21,8 @@ constexpr std::size_t longest_quoted = 60;
 /// All messages of this library have this form; names and attributes stay as the file has them.
 BASBD_API std::string printable(std::string_view text);
 
-/// `text`, or its two ends around "..." when it is longer than `limit`.
+/// `text`, or its two ends around "..." when it is longer than `limit`; its head where there is no
+/// room for more.
 BASBD_API std::string elide(std::string_view text, std::size_t limit);
 
 /// The text in quotation marks as a message shows it, printable and no longer than is read.
