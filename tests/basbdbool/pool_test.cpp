@@ -82,33 +82,6 @@ BOOL_TNODE* complement_if(unsigned char flag, BOOL_TNODE* node)
     return node;
 }
 
-BOOL_TNODE* fold(const BOOL_TNODE& n, BOOL_TNODE* constant, unsigned char constant_flag,
-                 BOOL_TNODE* other, unsigned char other_flag)
-{
-    const bool is_one = complement_if(constant_flag, constant)->op == BOOL_OP_ONE;
-    if (n.op != BOOL_OP_XOR && is_one == (n.op == BOOL_OP_OR)) {
-        free_tree(other);
-        return constant;
-    }
-    delete constant;
-    return complement_if(other_flag ^ static_cast<unsigned char>(n.op == BOOL_OP_XOR && is_one),
-                         other);
-}
-
-BOOL_TNODE* fold_same(BOOL_TNODE& n)
-{
-    delete n.right;
-    if (n.op != BOOL_OP_XOR && n.lcompl == n.rcompl) {
-        return complement_if(n.lcompl, n.left);
-    }
-    delete n.left;
-    const bool is_one = n.op != BOOL_OP_AND && n.lcompl != n.rcompl;
-    n.op = is_one ? BOOL_OP_ONE : BOOL_OP_ZERO;
-    n.left = n.right = nullptr;
-    n.lcompl = n.rcompl = 0;
-    return &n;
-}
-
 BOOL_TNODE* reduce(BOOL_TNODE& n);
 
 void reduce_child(BOOL_TNODE*& child, unsigned char& flag)
@@ -136,14 +109,14 @@ BOOL_TNODE* reduce(BOOL_TNODE& n)
                                  : complement_if(n.lcompl, n.left);
     }
     if (is_constant(*n.right)) {
-        return fold(n, n.right, n.rcompl, n.left, n.lcompl);
+        return n.trivialrchild();
     }
     if (is_constant(*n.left)) {
-        return fold(n, n.left, n.lcompl, n.right, n.rcompl);
+        return n.triviallchild();
     }
     const bool same =
         basbd_is_leaf(*n.left) && basbd_is_leaf(*n.right) && n.left->left == n.right->left;
-    return same ? fold_same(n) : &n;
+    return same ? n.idempotency() : &n;
 }
 
 void delete_leaf_of(const TECHMAP_SIG* sig, BOOL_TNODE*& child)

@@ -65,6 +65,17 @@ const misuse sites[] = {
     {1482, "?(a,b)", [](auto& f) { f.root->pushbubblestoleaves(1); }},
 };
 
+/// A function whose text is longer than a first buffer.
+struct long_function : BOOL_FUNC {
+    long_function() : BOOL_FUNC(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A)
+    {
+        for (int i = 0; i < 300; ++i) {
+            addsigtofunc(a, 0);
+        }
+        setvarname(a, BOOL_VAR_A);
+    }
+};
+
 } // namespace
 
 TEST(reports, each_site_whole)
@@ -106,11 +117,7 @@ TEST(reports, what_needs_no_tree_is_silent)
 
 TEST(reports, find_whole_trees_and_a_host_that_writes_other_texts)
 {
-    BOOL_FUNC other(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
-    for (int i = 0; i < 300; ++i) {
-        other.addsigtofunc(a, 0);
-    }
-    other.setvarname(a, BOOL_VAR_A);
+    long_function other;
     parsed_func function("*(?(a,1),~+(?(0,~b),?(cC,c)))");
     using texts_seen = std::vector<std::string>;
     texts_seen seen;
@@ -175,11 +182,7 @@ TEST(reports, may_edit_the_function_and_throw)
     char* buffer = BOOL_FUNC().writeeqn(); // a new text begins like that
     char* end = buffer;
     parsed_func nameless("*(a,bB)");
-    BOOL_FUNC other(BOOL_FUNC_XOR, nullptr, BOOL_VAR_A);
-    for (int i = 0; i < 300; ++i) {
-        other.addsigtofunc(a, 0);
-    }
-    other.setvarname(a, BOOL_VAR_A);
+    long_function other;
     host_recorder::on_report = [&](int line) {
         delete[] other.writeeqn(); // whose buffer is larger
         throw line;
