@@ -6,10 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <utility>
 
+using tree_oracle::count_paths;
+using tree_oracle::path_counts;
 using tree_oracle::random_tree;
 using tree_oracle::signal;
 
@@ -34,18 +35,6 @@ BOOL_TNODE* copy(const BOOL_TNODE& src)
         }
     }
     return node;
-}
-
-using path_counts = std::map<const BOOL_TNODE*, long>;
-
-void count_paths(const BOOL_TNODE* node, path_counts& counts)
-{
-    ++counts[node];
-    for (const BOOL_TNODE* const child : {node->left, node->right}) {
-        if (is_operator(node) && child != nullptr) {
-            count_paths(child, counts);
-        }
-    }
 }
 
 /// Takes away the paths through a node, and frees a child with its last one.

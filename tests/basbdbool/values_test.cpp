@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <map>
 #include <set>
 #include <utility>
 
@@ -38,17 +37,6 @@ void for_random_functions(bool lone_right, check_function check)
         check(function, random);
     }
     host_recorder::take_reports();
-}
-
-/// Counts the paths that lead to each node of a tree.
-void count_paths(BOOL_TNODE* node, std::map<BOOL_TNODE*, unsigned>& counts)
-{
-    ++counts[node];
-    for (BOOL_TNODE* const child : {node->left, node->right}) {
-        if (!basbd_is_leaf(*node) && child != nullptr) {
-            count_paths(child, counts);
-        }
-    }
 }
 
 /// The definition of `issigcompl`, word by word.
@@ -135,7 +123,7 @@ TEST(values, questions)
         TECHMAP_SIG* const sig = signal(static_cast<unsigned>(name));
         f.root->unmarknodes();
         f.root->markusage();
-        std::map<BOOL_TNODE*, unsigned> counts;
+        path_counts counts;
         count_paths(f.root, counts);
         std::set<TECHMAP_SIG*> support;
         unsigned leaves = 0;

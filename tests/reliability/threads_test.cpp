@@ -116,26 +116,6 @@ std::string texts_of_functions(int thread)
     return texts;
 }
 
-/// What becomes of tables of one's own. @return their columns
-std::string columns_of_tables(int thread)
-{
-    std::string columns;
-    for (int round = 0; round < 50; ++round) {
-        const int width = 4 + (round + thread) % 7;
-        BOOL_TRUTH_TABLE table;
-        table.set_value_from_internal_equation(width, "F0=B0*~B1@(B2+~B3)");
-        BOOL_TRUTH_TABLE copy;
-        copy.set_value_from_hex_string(width, table.value.get_hex_string());
-        copy.set_value_from_internal_equation(width, copy.get_internal_equation());
-        copy.set_value_from_external_equation(width, copy.get_external_equation());
-        copy.rotate_inputs(0, width - 1);
-        copy.rotate_inputs(width - 1, 0);
-        copy.invert_input(0);
-        columns += copy.get_false_factor_for_input(0).value.get_hex_string();
-    }
-    return columns;
-}
-
 /// What functions of a manager of one's own become. @return their texts
 std::string texts_of_bdds(int thread)
 {
@@ -160,8 +140,6 @@ std::string texts_of_bdds(int thread)
     }
     return texts;
 }
-
-TEST(threads, work_on_tables_of_their_own) { expect_same_on_threads(columns_of_tables); }
 
 TEST(threads, work_on_functions_of_their_own) { expect_same_on_threads(texts_of_functions); }
 

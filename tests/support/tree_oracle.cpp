@@ -172,6 +172,16 @@ parsed_func::parsed_func(const char* text)
     nsuppt = countsuppt();
 }
 
+void count_paths(const BOOL_TNODE* node, path_counts& counts)
+{
+    ++counts[node];
+    for (const BOOL_TNODE* const child : {node->left, node->right}) {
+        if (!basbd_is_leaf(*node) && child != nullptr) {
+            count_paths(child, counts);
+        }
+    }
+}
+
 BOOL_TNODE* random_tree(std::mt19937& random, const tree_kind& shapes)
 {
     return tree_maker(random, shapes).subtree(shapes.depth);

@@ -5,6 +5,7 @@
 
 #include "basbdbool.h"
 
+#include <map>
 #include <memory>
 #include <random>
 #include <string>
@@ -40,6 +41,12 @@ BOOL_TNODE* parse_shape(const char* text);
 struct parsed_func : BOOL_FUNC {
     explicit parsed_func(const char* text);
 };
+
+/// How many paths lead to each node.
+using path_counts = std::map<const BOOL_TNODE*, unsigned>;
+
+/// Counts the paths below a node, which one leads to.
+void count_paths(const BOOL_TNODE* node, path_counts& counts);
 
 /// What random trees are made of besides constants and operators that lack operands.
 struct tree_kind {
