@@ -80,7 +80,7 @@ std::string liberty_cell::set_attribute(const std::string& name, const std::stri
         return result.area ? "" : "expected a number as the area instead of " + quoted(value);
     }
     if (name == "dont_use") {
-        result.dont_use = value == "true";
+        result.dont_use = value == "true" || value == "TRUE";
     } else {
         result.attributes.push_back({name, value});
     }

@@ -130,6 +130,10 @@ void liberty_outputs::add(liberty_cell source)
     }
     for (liberty_pin& each : source.pins) {
         if (!each.is_bus) { // its members are the pins
+            if (each.result.direction == pin_direction::unknown) {
+                each.result.direction =
+                    is_output(each) ? pin_direction::output : pin_direction::input;
+            }
             source.result.pins.push_back(std::move(each.result));
         }
     }

@@ -21,13 +21,14 @@ struct attribute {
     std::string value; ///< as the file has it, without quotation marks
 };
 
-/// How a signal passes a pin; genlib gives outputs and inputs, Liberty may leave it open.
+/// How a signal passes a pin. Where Liberty does not tell, what is driven is an output, all else an
+/// input.
 enum class pin_direction { unknown, input, output, inout, internal };
 
 /// A pin of a cell. Supply pins are none, nor are buses and bundles, but their members are.
 struct pin {
     std::string name;                                 ///< as the file has it
-    pin_direction direction = pin_direction::unknown; ///< as far as the file tells it
+    pin_direction direction = pin_direction::unknown; ///< known once the cell is read
     std::vector<attribute> attributes; ///< of Liberty the simple attributes, of genlib the PIN line
 };
 
