@@ -150,6 +150,11 @@ TEST(reports, may_edit_the_function_and_throw)
     substituted.substfnforsig(tree_oracle::signal(1), nullptr);
     EXPECT_EQ(shape(substituted), "+(a,@(c,@(d,~a)))");
 
+    BOOL_FUNC rootless;
+    rootless.rootcompl = 1;
+    host_recorder::on_report = [&](int /*line*/) { rootless.rootcompl = 0; };
+    EXPECT_EQ(BOOL_FUNC(&rootless).rootcompl, 1);
+
     const std::string form = "~?(~1,*(b,~*(c,d)))";
     parsed_func broken(form.c_str());
     host_recorder::on_report = [&](int line) {
